@@ -1,0 +1,196 @@
+// The functions that the call log counts, in the order of its summary.
+//
+// The order is part of the log's format. A name stands here whether or not the
+// library exports it yet: its two rows are then always zero.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace zol::api {
+
+// clang-format off
+inline constexpr std::array<std::string_view, 158> kCountedFunctions{
+    "ZOL_BlockModel_Open",
+    "ZOL_BlockModel_Close",
+    "ZOL_BlockModel_IsOpen",
+    "ZOL_BlockModel_GetModelExtent",
+    "ZOL_BlockModel_GetModelOrigin",
+    "ZOL_BlockModel_GetModelOrientation",
+    "ZOL_BlockModel_IsStratigraphicModel",
+    "ZOL_BlockModel_NVariables",
+    "ZOL_BlockModel_NPredefinedVariables",
+    "ZOL_BlockModel_NNumericVariables",
+    "ZOL_BlockModel_NStringVariables",
+    "ZOL_BlockModel_NClassificationVariables",
+    "ZOL_BlockModel_GetVariableName",
+    "ZOL_BlockModel_GetPredefinedVariableName",
+    "ZOL_BlockModel_GetNumericVariableName",
+    "ZOL_BlockModel_GetStringVariableName",
+    "ZOL_BlockModel_GetClassificationVariableName",
+    "ZOL_BlockModel_NTranslations",
+    "ZOL_BlockModel_GetTranslationName",
+    "ZOL_BlockModel_GetVariableDescription",
+    "ZOL_BlockModel_IsNumber",
+    "ZOL_BlockModel_GetNumber",
+    "ZOL_BlockModel_GetDefaultNumber",
+    "ZOL_BlockModel_IsString",
+    "ZOL_BlockModel_GetString",
+    "ZOL_BlockModel_GetDefaultString",
+    "ZOL_BlockModel_GetVariableType",
+    "ZOL_BlockModel_FirstBlock",
+    "ZOL_BlockModel_NextBlock",
+    "ZOL_BlockModel_IsEof",
+    "ZOL_BlockModel_NBlocks",
+    "ZOL_BlockModel_GetBlockExtent",
+    "ZOL_BlockModel_GetPosition",
+    "ZOL_BlockModel_SetPosition",
+    "ZOL_BlockModel_FindXyz",
+    "ZOL_BlockModel_FindWorldXyz",
+    "ZOL_BlockModel_ModelToWorld",
+    "ZOL_BlockModel_WorldToModel",
+    "ZOL_BlockModel_ClearMatch",
+    "ZOL_BlockModel_AddMatchTriangulation",
+    "ZOL_BlockModel_SetMatchExtent",
+    "ZOL_BlockModel_SetUseExactVolume",
+    "ZOL_BlockModel_GetBlockMatchExtent",
+    "ZOL_BlockModel_GetBlockMatchVolume",
+    "ZOL_BlockModel_NSchemas",
+    "ZOL_BlockModel_GetSchemaExtent",
+    "ZOL_BlockModel_GetSchemaSizes",
+    "ZOL_BlockModel_GetSchemaDimensions",
+    "ZOL_Triangulation_New",
+    "ZOL_Triangulation_Open",
+    "ZOL_Triangulation_Close",
+    "ZOL_Triangulation_IsValid",
+    "ZOL_Triangulation_GetColour",
+    "ZOL_Triangulation_IsTranslucent",
+    "ZOL_Triangulation_GetTranslucency",
+    "ZOL_Triangulation_IsTextured",
+    "ZOL_Triangulation_GetTexture",
+    "ZOL_Triangulation_NumPoints",
+    "ZOL_Triangulation_GetPoint",
+    "ZOL_Triangulation_NumTriangles",
+    "ZOL_Triangulation_GetTriangle",
+    "ZOL_Triangulation_GetVolume",
+    "ZOL_Triangulation_IsSolid",
+    "ZOL_Triangulation_IsSurface",
+    "ZOL_Triangulation_IsCrossing",
+    "ZOL_Triangulation_IsConsistent",
+    "ZOL_Triangulation_IsPointInside",
+    "ZOL_Triangulation_IsPointOn",
+    "ZOL_Triangulation_GetAttributeNames",
+    "ZOL_Triangulation_GetAttributeType",
+    "ZOL_Triangulation_GetAttributeAsInt32",
+    "ZOL_Triangulation_GetAttributeAsInt64",
+    "ZOL_Triangulation_GetAttributeAsBoolean",
+    "ZOL_Triangulation_GetAttributeAsDouble",
+    "ZOL_Triangulation_GetAttributeAsString",
+    "ZOL_Triangulation_GetAttributeAsDate",
+    "ZOL_Grid_Open",
+    "ZOL_Grid_Close",
+    "ZOL_Grid_IsValid",
+    "ZOL_Grid_GetExtent",
+    "ZOL_Grid_GetSpacing",
+    "ZOL_Grid_NumNodes",
+    "ZOL_Grid_GetNodeValue",
+    "ZOL_Object_Close",
+    "ZOL_Object_GetName",
+    "ZOL_Object_GetGroup",
+    "ZOL_Object_GetDescription",
+    "ZOL_Object_GetColour",
+    "ZOL_Object_GetColourIndex",
+    "ZOL_Object_GetValue",
+    "ZOL_Object_GetType",
+    "ZOL_Object_GetFeature",
+    "ZOL_Object_GetPrimitive",
+    "ZOL_Object_HasMetadata",
+    "ZOL_Object_NMetadataFields",
+    "ZOL_Object_HasMetadataField",
+    "ZOL_Object_GetMetadataFieldName",
+    "ZOL_Object_GetMetadataFieldIndex",
+    "ZOL_Object_GetMetadataFieldValue_Index",
+    "ZOL_Object_GetMetadataFieldValue_Name",
+    "ZOL_Object_Polyline_NPoints",
+    "ZOL_Object_Polyline_GetAttributes",
+    "ZOL_Object_Polyline_GetPointInfo",
+    "ZOL_Object_Polyline_GetPointType",
+    "ZOL_Object_Polyline_GetLineType",
+    "ZOL_Object_Text_NRecords",
+    "ZOL_Object_Text_GetRecord",
+    "ZOL_Object_Text_GetOrigin",
+    "ZOL_Object_Text_GetAttributes",
+    "ZOL_Object_3DText_NRecords",
+    "ZOL_Object_3DText_GetRecord",
+    "ZOL_Object_3DText_GetOrigin",
+    "ZOL_Object_3DText_GetOriginPosition",
+    "ZOL_Object_3DText_GetDirection",
+    "ZOL_Object_3DText_GetNormal",
+    "ZOL_Object_3DText_GetAttributes",
+    "ZOL_Object_Arrow_GetStart",
+    "ZOL_Object_Arrow_GetEnd",
+    "ZOL_Object_Arrow_GetNormal",
+    "ZOL_Object_Arrow_GetAttributes",
+    "ZOL_Object_Arrow_GetHeadInfo",
+    "ZOL_Object_Arrow_GetRelativeHeadInfo",
+    "ZOL_Object_Arrow_GetScaledHeadInfo",
+    "ZOL_Object_DimensionAngle_GetRadius",
+    "ZOL_Object_DimensionAngle_GetSweep",
+    "ZOL_Object_DimensionAngle_GetOrigin",
+    "ZOL_Object_DimensionAngle_GetAttributes",
+    "ZOL_Object_DimensionAngle_GetTextAttributes",
+    "ZOL_Object_DimensionArc_GetRadius",
+    "ZOL_Object_DimensionArc_GetSweep",
+    "ZOL_Object_DimensionArc_GetOrigin",
+    "ZOL_Object_DimensionArc_GetAttributes",
+    "ZOL_Object_DimensionArc_GetTextAttributes",
+    "ZOL_Object_DimensionLine_GetStart",
+    "ZOL_Object_DimensionLine_GetEnd",
+    "ZOL_Object_DimensionLine_GetNormal",
+    "ZOL_Object_DimensionLine_GetAttributes",
+    "ZOL_Object_DimensionLine_GetTextAttributes",
+    "ZOL_Object_DimensionRadius_GetStart",
+    "ZOL_Object_DimensionRadius_GetEnd",
+    "ZOL_Object_DimensionRadius_GetNormal",
+    "ZOL_Object_DimensionRadius_GetAttributes",
+    "ZOL_Object_DimensionRadius_GetTextAttributes",
+    "ZOL_Layer_IsEdited",
+    "ZOL_Layer_Close",
+    "ZOL_Layer_NObjects",
+    "ZOL_Layer_GetObject",
+    "ZOL_Layer_GetName",
+    "ZOL_Layer_GetDescription",
+    "ZOL_Database_Open",
+    "ZOL_Database_Close",
+    "ZOL_Database_IsOpen",
+    "ZOL_Database_GetName",
+    "ZOL_Database_NLayers",
+    "ZOL_Database_LayerExists",
+    "ZOL_Database_GetLayerNameByIndex",
+    "ZOL_Database_GetLayerByName",
+    "ZOL_Database_GetLayerByIndex",
+};
+// clang-format on
+
+/// The place of a counted function in the table, found while compiling: a guarded
+/// export passes __func__, and one that is missing from the table does not build.
+struct FunctionId {
+    consteval FunctionId(const char* name) : row(find(name)) {}
+
+    constexpr std::string_view Name() const { return kCountedFunctions[row]; }
+
+    std::size_t row;
+
+private:
+    static consteval std::size_t find(std::string_view name) {
+        for (std::size_t at = 0; at < kCountedFunctions.size(); ++at) {
+            if (kCountedFunctions[at] == name) {
+                return at;
+            }
+        }
+        throw "this function is not in the table of counted functions";
+    }
+};
+
+}  // namespace zol::api

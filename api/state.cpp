@@ -1,0 +1,7 @@
+#include "api/state.h"
+
+namespace zol::api {
+
+State state;
+
+}  // namespace zol::api

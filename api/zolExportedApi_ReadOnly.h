@@ -1,0 +1,700 @@
+/*
+ * Block models read through flat functions.
+ *
+ * Life cycle: call ZOL_API_Init once, then open, read and close. Before that every
+ * ZOL_BlockModel_ function fails with "ZOL_API not initialised.". There is no
+ * shut-down call. The library changes no data file.
+ *
+ * Ownership: a handle is owned by the caller from the function that made it to
+ * ZOL_BlockModel_Close. A closed handle must not be used again: that is not detected.
+ * All other pointers are borrowed for the call.
+ *
+ * Threads: none of this is locked. Use the library from one thread at a time, and keep
+ * a failed call together with its ZOL_API_GetError.
+ *
+ *   Kind of function                    success           failed   not initialised
+ *   status (results go out by pointer)  0                 1        -1
+ *   predicate (Is..., Has...)           1 true, 0 false   -1       -1
+ *   count (N...)                        the count         -1       -1
+ *   64-bit result                       the value         -1       -1
+ *   handle                              a new handle      NULL     NULL
+ *
+ * A function that departs from this table says so. A failure puts a text in the one
+ * last-error slot, a success empties it. A predicate's -1 is not true: compare with 1.
+ *
+ * Arguments: every scalar goes by pointer, inputs too; indices count from 0; no pointer
+ * but the handle is tested for NULL. Out-parameters are written on success only, unless
+ * said otherwise. Text goes in as a NUL-terminated string of bytes, and out to a buffer
+ * of 255 bytes, whose size is not passed: all 255 are written, a text of more than 254
+ * bytes is cut, the rest is NUL.
+ */
+#ifndef ZOL_EXPORTED_API_READ_ONLY_H
+#define ZOL_EXPORTED_API_READ_ONLY_H
+
+#if defined(_WIN32)
+#if defined(ZOL_BUILDING_LIBRARY)
+#define ZOL_EXPORTED __declspec(dllexport)
+#else
+#define ZOL_EXPORTED __declspec(dllimport)
+#endif
+#else
+#define ZOL_EXPORTED __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** An open block model. */
+typedef struct BlockModelHandle BlockModelHandle;
+
+/* ---- The library itself ------------------------------------------------------------
+ * These work at any time, before initialisation too, and are not in the call log.
+ */
+
+/**
+ * Initialises the library. May be called again, to no effect; leaves a pending error.
+ * Results:
+ *   0   always
+ */
+ZOL_EXPORTED int ZOL_API_Init(void);
+
+/**
+ * Copies the pending error text; an empty text when there is none. The error stays
+ * pending.
+ * buffer    out, 255 bytes, all written; the text is cut at 254
+ */
+ZOL_EXPORTED void ZOL_API_GetError(char* buffer);
+
+/**
+ * Tells whether an error is pending, which is whether the last guarded call failed.
+ * Results:
+ *   1   an error is pending
+ *   0   none is
+ */
+ZOL_EXPORTED int ZOL_API_HasError(void);
+
+/**
+ * Starts the call log: a text file with one line per successful call. Does nothing
+ * while a log is running, under whatever name. A file that can't be opened is not
+ * reported; nothing is written then.
+ * file_name in, the file is created or cut to nothing. Borrowed for this call.
+ */
+ZOL_EXPORTED void ZOL_API_StartLogging(const char* file_name);
+
+/**
+ * Ends the call log with a summary of time and calls per function, and closes its
+ * file. Does nothing while no log is running.
+ */
+ZOL_EXPORTED void ZOL_API_FinishLogging(void);
+
+/* ---- Block models: open and close ------------------------------------------------- */
+
+/**
+ * Opens a block model for reading.
+ * file_name in, the name of the file; "file#element" picks one element of a file that holds
+ *           several. Borrowed for this call.
+ * Results:
+ *   a handle  Owned by the caller; end with ZOL_BlockModel_Close
+ *   NULL      "ZOL_BlockModel_Open error opening/loading <file_name>", the name exactly as
+ *             passed
+ *   NULL      "ZOL_API not initialised."
+ */
+ZOL_EXPORTED BlockModelHandle* ZOL_BlockModel_Open(const char* file_name);
+
+/**
+ * Closes a block model and ends its handle.
+ * handle    in. Taken over on success, borrowed on failure.
+ * Results:
+ *   0   closed; the handle is gone
+ *   1   "ZOL_BlockModel_Close no model currently open."
+ *   1   "ZOL_BlockModel_Close error closing <name of the model>"; the handle stays and may
+ *       be closed again, its match is closed
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_Close(BlockModelHandle* handle);
+
+/**
+ * Tells whether a handle stands for an open model.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   open
+ *   0   not open, or a NULL handle
+ *   -1  "ZOL_API not initialised."
+ * Departure: a NULL handle is an answer here, not a failure.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_IsOpen(BlockModelHandle* handle);
+
+/* ---- Block models: the model as a whole -------------------------------------------
+ * Model coordinates run along the rows of blocks from the model's lower corner. The
+ * orientation is three angles a, b, c in degrees, right-handed: a turn about z, then about
+ * the new y, then about the new x, all 0 for an unrotated model. A point in the model lies
+ * in the world at
+ *
+ *     world = origin + Rz(a) Ry(b) Rx(c) model
+ *
+ *             | cos a  -sin a   0 |           |  cos b  0  sin b |
+ *     Rz(a) = | sin a   cos a   0 |   Ry(b) = |    0    1    0   |
+ *             |   0       0     1 |           | -sin b  0  cos b |
+ *
+ *             | 1    0       0    |
+ *     Rx(c) = | 0  cos c  -sin c  |
+ *             | 0  sin c   cos c  |
+ *
+ * An extent is a box in model coordinates: lower x, y, z, then upper x, y, z. Lengths are in
+ * the unit of the file.
+ */
+
+/**
+ * The box of the whole model.
+ * handle    in. Borrowed for this call.
+ * lower_*   out, lower corner in model coordinates
+ * upper_*   out, upper corner
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetModelExtent no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * Departure: all outputs are set to 0.0 ahead of the test of the handle, so that a failed
+ * test leaves zeros.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetModelExtent(BlockModelHandle* handle, double* lower_x,
+                                               double* lower_y, double* lower_z, double* upper_x,
+                                               double* upper_y, double* upper_z);
+
+/**
+ * The world coordinates of the model's origin.
+ * handle    in. Borrowed for this call.
+ * x, y, z   out, world coordinates
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetModelOrigin no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * Departure: all outputs are set to 0.0 ahead of the test of the handle, so that a failed
+ * test leaves zeros.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetModelOrigin(BlockModelHandle* handle, double* x, double* y,
+                                               double* z);
+
+/**
+ * The three angles by which the model is turned: a, b, c of the formula above.
+ * handle    in. Borrowed for this call.
+ * about_*   out, degrees, right-handed
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetModelOrientation no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * Departure: all outputs are set to 0.0 ahead of the test of the handle, so that a failed
+ * test leaves zeros.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetModelOrientation(BlockModelHandle* handle, double* about_z,
+                                                    double* about_y, double* about_x);
+
+/**
+ * Converts a point from model to world coordinates, by the formula above.
+ * handle    in. Borrowed for this call.
+ * model_*   in, model coordinates
+ * world_*   out, world coordinates
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_ModelToWorld no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * The outputs are set to 0.0 before the inputs are read: with the same variables for both,
+ * the point (0, 0, 0) is converted.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_ModelToWorld(BlockModelHandle* handle, const double* model_x,
+                                             const double* model_y, const double* model_z,
+                                             double* world_x, double* world_y, double* world_z);
+
+/**
+ * Converts a point from world to model coordinates, the inverse of
+ * ZOL_BlockModel_ModelToWorld.
+ * handle    in. Borrowed for this call.
+ * world_*   in, world coordinates
+ * model_*   out, model coordinates
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_WorldToModel no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * The outputs are set to 0.0 before the inputs are read: with the same variables for both,
+ * the point (0, 0, 0) is converted.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_WorldToModel(BlockModelHandle* handle, const double* world_x,
+                                             const double* world_y, const double* world_z,
+                                             double* model_x, double* model_y, double* model_z);
+
+/**
+ * Tells whether the file says that its model is stratigraphic.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it is
+ *   0   it is not, or the file says nothing
+ *   -1  "ZOL_BlockModel_IsStratigraphicModel no model currently open."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_IsStratigraphicModel(BlockModelHandle* handle);
+
+/**
+ * The number of blocks.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   0...  the count
+ *   -1    "ZOL_BlockModel_NBlocks no model currently open."
+ *   -1    "ZOL_API not initialised."
+ */
+ZOL_EXPORTED long long ZOL_BlockModel_NBlocks(BlockModelHandle* handle);
+
+/* ---- Block models: schemas --------------------------------------------------------
+ * A schema is a way in which blocks are laid out: the lattice of parent blocks is the first,
+ * the lattices of sub-blocks follow. The ones that the file states are original, the others
+ * were derived from the blocks. Callers see original schemas only: a schema index counts
+ * those.
+ */
+
+/**
+ * The number of original schemas. The first schema counts as original in any case, so the
+ * count is never 0.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1...  the count
+ *   -1    "ZOL_BlockModel_NSchemas no model currently open."
+ *   -1    "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_NSchemas(BlockModelHandle* handle);
+
+/**
+ * The box that a schema covers.
+ * handle    in. Borrowed for this call.
+ * index     in, schema index, from 0
+ * lower_*   out, lower corner in model coordinates
+ * upper_*   out, upper corner
+ * Results:
+ *   0   success
+ *   1   no original schema has this index: outputs untouched, no error pending, and the
+ *       call counts as successful
+ *   1   "ZOL_BlockModel_GetSchemaExtent no model currently open."
+ *   1   "ZOL_BlockModel_GetSchemaExtent Invalid index.", for an index below 0 or not below
+ *       the number of all schemas
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetSchemaExtent(BlockModelHandle* handle, const int* index,
+                                                double* lower_x, double* lower_y, double* lower_z,
+                                                double* upper_x, double* upper_y, double* upper_z);
+
+/**
+ * The numbers of blocks along the axes of a schema.
+ * handle    in. Borrowed for this call.
+ * index     in, schema index, from 0
+ * x, y, z   out, whole numbers
+ * Results:
+ *   0   success
+ *   1   no original schema has this index: outputs untouched, no error pending, and the
+ *       call counts as successful
+ *   1   "ZOL_BlockModel_GetSchemaDimensions no model currently open."
+ *   1   "ZOL_BlockModel_GetSchemaDimensions Invalid index.", for an index below 0 or not
+ *       below the number of all schemas
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetSchemaDimensions(BlockModelHandle* handle, const int* index,
+                                                    double* x, double* y, double* z);
+
+/**
+ * The least and the greatest size of a block of a schema.
+ * handle    in. Borrowed for this call.
+ * index     in, schema index, from 0
+ * least_*   out, least size along each axis
+ * greatest_* out, greatest size along each axis
+ * Results:
+ *   0   success
+ *   1   no original schema has this index: outputs untouched, no error pending, and the
+ *       call counts as successful
+ *   1   "ZOL_BlockModel_GetSchemaSizes no model currently open."
+ *   1   "ZOL_BlockModel_GetSchemaSizes Invalid index.", for an index below 0 or not below
+ *       the number of all schemas
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetSchemaSizes(BlockModelHandle* handle, const int* index,
+                                               double* least_x, double* least_y, double* least_z,
+                                               double* greatest_x, double* greatest_y,
+                                               double* greatest_z);
+
+/* ---- Block models: variables ------------------------------------------------------
+ * Every block carries a value of each variable. Five lists give their names, in an order
+ * that stays the same while the model is open.
+ *
+ * Unknown names are no failure: a variable that the model does not have is no number and no
+ * string, has the type code 0, NaN for its default number, empty texts and no translations.
+ */
+
+/**
+ * The number of the file's own variables.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   0...  the count
+ *   -1    "ZOL_BlockModel_NVariables no model currently open."
+ *   -1    "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_NVariables(BlockModelHandle* handle);
+
+/**
+ * The name of one of the file's own variables.
+ * handle    in. Borrowed for this call.
+ * index     in, from 0, below ZOL_BlockModel_NVariables
+ * buffer    out, 255 bytes, all written; the text is cut at 254
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetVariableName no model currently open."
+ *   1   "ZOL_BlockModel_GetVariableName Invalid index."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetVariableName(BlockModelHandle* handle, const int* index,
+                                                char* buffer);
+
+/**
+ * The number of the predefined variables. These are computed for every model: centroid_x,
+ * centroid_y, centroid_z, size_x, size_y, size_z, volume and block_index.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   0...  the count
+ *   -1    "ZOL_BlockModel_NPredefinedVariables no model currently open."
+ *   -1    "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_NPredefinedVariables(BlockModelHandle* handle);
+
+/**
+ * The name of one of the predefined variables.
+ * handle    in. Borrowed for this call.
+ * index     in, from 0, below ZOL_BlockModel_NPredefinedVariables
+ * buffer    out, 255 bytes, all written; the text is cut at 254
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetPredefinedVariableName no model currently open."
+ *   1   "ZOL_BlockModel_GetPredefinedVariableName Invalid index."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetPredefinedVariableName(BlockModelHandle* handle,
+                                                          const int* index, char* buffer);
+
+/**
+ * The number of the classification variables. A classification is a coded variable with a
+ * table of names: its number is the code, its text the name.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   0...  the count
+ *   -1    "ZOL_BlockModel_NClassificationVariables no model currently open."
+ *   -1    "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_NClassificationVariables(BlockModelHandle* handle);
+
+/**
+ * The name of one of the classification variables.
+ * handle    in. Borrowed for this call.
+ * index     in, from 0, below ZOL_BlockModel_NClassificationVariables
+ * buffer    out, 255 bytes, all written; the text is cut at 254
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetClassificationVariableName no model currently open."
+ *   1   "ZOL_BlockModel_GetClassificationVariableName Invalid index."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetClassificationVariableName(BlockModelHandle* handle,
+                                                              const int* index, char* buffer);
+
+/**
+ * The number of the numeric variables. These are those of the file's own that have a
+ * number.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   0...  the count
+ *   -1    "ZOL_BlockModel_NNumericVariables no model currently open."
+ *   -1    "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_NNumericVariables(BlockModelHandle* handle);
+
+/**
+ * The name of one of the numeric variables.
+ * handle    in. Borrowed for this call.
+ * index     in, from 0, below ZOL_BlockModel_NNumericVariables
+ * buffer    out, 255 bytes, all written; the text is cut at 254
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetNumericVariableName no model currently open."
+ *   1   "ZOL_BlockModel_GetNumericVariableName Invalid index."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetNumericVariableName(BlockModelHandle* handle, const int* index,
+                                                       char* buffer);
+
+/**
+ * The number of the string variables. These are those of the file's own that are texts.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   0...  the count
+ *   -1    "ZOL_BlockModel_NStringVariables no model currently open."
+ *   -1    "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_NStringVariables(BlockModelHandle* handle);
+
+/**
+ * The name of one of the string variables.
+ * handle    in. Borrowed for this call.
+ * index     in, from 0, below ZOL_BlockModel_NStringVariables
+ * buffer    out, 255 bytes, all written; the text is cut at 254
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetStringVariableName no model currently open."
+ *   1   "ZOL_BlockModel_GetStringVariableName Invalid index."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetStringVariableName(BlockModelHandle* handle, const int* index,
+                                                      char* buffer);
+
+/**
+ * The number of names in the table of a classification; 0 for any other variable.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * Results:
+ *   0...  the count
+ *   -1    "ZOL_BlockModel_NTranslations no model currently open."
+ *   -1    "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_NTranslations(BlockModelHandle* handle, const char* variable);
+
+/**
+ * A name in the table of a classification, in the order of codes.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * index     in, from 0, below ZOL_BlockModel_NTranslations
+ * buffer    out, 255 bytes, all written; the text is cut at 254
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetTranslationName no model currently open."
+ *   1   "ZOL_BlockModel_GetTranslationName Invalid index."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetTranslationName(BlockModelHandle* handle, const char* variable,
+                                                   const int* index, char* buffer);
+
+/**
+ * The description of a variable; an empty text when there is none.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * buffer    out, 255 bytes, all written; the text is cut at 254
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetDescription no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * Departure: its error text names ZOL_BlockModel_GetDescription, which does not exist.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetVariableDescription(BlockModelHandle* handle,
+                                                       const char* variable, char* buffer);
+
+/**
+ * The type of a variable, as a code: 0 not known, 1 bit, 2 byte, 3 short, 4 sfloat (half
+ * precision), 5 integer (32 bits), 6 int64, 7 float, 8 double or any predefined variable, 9
+ * string.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * type      out, the code
+ * Results:
+ *   0   success
+ *   -1  "ZOL_BlockModel_GetVariableType no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * Departure: a failed test of the handle gives -1, not 1.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetVariableType(BlockModelHandle* handle, const char* variable,
+                                                int* type);
+
+/**
+ * The default value of a numeric variable, which stands for a missing value; NaN when the
+ * file states none.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * number    out
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetDefaultNumber no model currently open."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetDefaultNumber(BlockModelHandle* handle, const char* variable,
+                                                 double* number);
+
+/**
+ * The default text of a string variable, which stands for a missing value; empty when the
+ * file states none.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * buffer    out, 255 bytes, all written; the text is cut at 255
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetDefaultString no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * Departure: a text of 255 bytes or more fills the buffer and leaves no NUL at its end.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetDefaultString(BlockModelHandle* handle, const char* variable,
+                                                 char* buffer);
+
+/**
+ * Tells whether a variable is numeric.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * Results:
+ *   1   it is
+ *   0   it is not, or there is no such variable
+ *   -1  "ZOL_BlockModel_IsNumber no model currently open."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_IsNumber(BlockModelHandle* handle, const char* variable);
+
+/**
+ * Tells whether a variable is a text.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * Results:
+ *   1   it is
+ *   0   it is not, or there is no such variable
+ *   -1  "ZOL_BlockModel_IsString no model currently open."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_IsString(BlockModelHandle* handle, const char* variable);
+
+/* ---- Block models: the cursor -----------------------------------------------------
+ * A handle has one cursor. The walk over all blocks is ZOL_BlockModel_FirstBlock, then
+ * ZOL_BlockModel_NextBlock until ZOL_BlockModel_IsEof says 1; test it before each read.
+ *
+ * Past the end, a number is NaN, a text empty and an extent all 0.0. A missing value is the
+ * variable's default, and without one NaN or the empty text; so is the value of a variable
+ * that the model does not have.
+ */
+
+/**
+ * Moves to the first block.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_FirstBlock no model currently open or blocks matched."
+ *   -1  "ZOL_API not initialised."
+ * A model without blocks is no failure: ask ZOL_BlockModel_IsEof.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_FirstBlock(BlockModelHandle* handle);
+
+/**
+ * Moves to the next block; past the last one, to the end, and there it stays.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_NextBlock no model currently open or blocks matched."
+ *   -1  "ZOL_API not initialised."
+ * Running off the end is no failure: ask ZOL_BlockModel_IsEof.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_NextBlock(BlockModelHandle* handle);
+
+/**
+ * Tells whether the cursor is past the last block.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it is
+ *   0   it stands on a block
+ *   -1  "ZOL_BlockModel_IsEof no model currently open or blocks matched."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_IsEof(BlockModelHandle* handle);
+
+/**
+ * Where the cursor stands, for ZOL_BlockModel_SetPosition. The number has no other use.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   0...  the position
+ *   -1    "ZOL_BlockModel_GetPosition no model currently open or blocks matched."
+ *   -1    "ZOL_API not initialised."
+ */
+ZOL_EXPORTED long long ZOL_BlockModel_GetPosition(BlockModelHandle* handle);
+
+/**
+ * The value of a variable in the current block. For a classification it is the code; for a
+ * text it is NaN.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * number    out
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetNumber no model currently open or blocks matched."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetNumber(BlockModelHandle* handle, const char* variable,
+                                          double* number);
+
+/**
+ * The text of a variable in the current block. For a classification it is the name; for a
+ * number it is the shortest decimal that reads back the same.
+ * handle    in. Borrowed for this call.
+ * variable  in, name of a variable
+ * buffer    out, 255 bytes, all written; the text is cut at 254
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetString no model currently open or blocks matched."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetString(BlockModelHandle* handle, const char* variable,
+                                          char* buffer);
+
+/**
+ * The box of the current block.
+ * handle    in. Borrowed for this call.
+ * lower_*   out, lower corner in model coordinates
+ * upper_*   out, upper corner
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetBlockExtent no model currently open or blocks matched."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetBlockExtent(BlockModelHandle* handle, double* lower_x,
+                                               double* lower_y, double* lower_z, double* upper_x,
+                                               double* upper_y, double* upper_z);
+
+/**
+ * Moves to a position; one that the model does not have is past the end.
+ * handle    in. Borrowed for this call.
+ * position  in, from ZOL_BlockModel_GetPosition
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_SetPosition no model currently open."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_SetPosition(BlockModelHandle* handle, const long long* position);
+
+/**
+ * Moves to the block at a point in model coordinates; when there is none, the cursor stays.
+ * A point on a shared face belongs to the block above it on that axis, the upper faces of
+ * the model to the last block.
+ * handle    in. Borrowed for this call.
+ * x, y, z   in, model coordinates
+ * Results:
+ *   0   found
+ *   1   not found; no error is pending
+ *   -1  "ZOL_BlockModel_FindXyz no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * Departure: a failed test of the handle gives -1, not 1.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_FindXyz(BlockModelHandle* handle, const double* x, const double* y,
+                                        const double* z);
+
+/**
+ * Moves to the block at a point in world coordinates; otherwise as ZOL_BlockModel_FindXyz.
+ * handle    in. Borrowed for this call.
+ * x, y, z   in, world coordinates
+ * Results:
+ *   0   found
+ *   1   not found, as any value but 0; no error is pending
+ *   -1  "ZOL_BlockModel_FindWorldXyz no model currently open."
+ *   -1  "ZOL_API not initialised."
+ * Departure: the value is passed on as the search gave it, not folded to 0 and 1. A failed
+ * test of the handle gives -1, not 1.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_FindWorldXyz(BlockModelHandle* handle, const double* x,
+                                             const double* y, const double* z);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
