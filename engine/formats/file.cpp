@@ -1,0 +1,98 @@
+#include "engine/formats/file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+
+#include "engine/formats/read_error.h"
+
+namespace zol::engine {
+
+namespace {
+
+[[noreturn]] void fail_with_system_reason(const char* what) {
+    const int code = errno;
+    throw ReadError(std::string(what) + ": " + std::generic_category().message(code));
+}
+
+}  // namespace
+
+File::File(const std::string& path) : path_(path) {
+    if (path.find('\0') != std::string::npos) {
+        throw ReadError("the file name holds a NUL byte");
+    }
+    // Without O_NONBLOCK a pipe that nobody writes to would be waited for.
+    descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor_ < 0) {
+        fail_with_system_reason("can't open the file");
+    }
+    struct stat facts {};
+    const bool known = ::fstat(descriptor_, &facts) == 0;
+    if (!known || !S_ISREG(facts.st_mode)) {
+        const char* reason = !known                   ? "can't read the file's size"
+                             : S_ISDIR(facts.st_mode) ? "it is a folder, not a file"
+                                                      : "it is not a regular file";
+        ::close(descriptor_);
+        throw ReadError(reason);
+    }
+    size_ = static_cast<std::uint64_t>(facts.st_size);
+    changed_seconds_ = facts.st_mtim.tv_sec;
+    changed_nanoseconds_ = facts.st_mtim.tv_nsec;
+}
+
+File::~File() {
+    ::close(descriptor_);
+}
+
+std::size_t File::ReadAt(std::uint64_t offset, void* to, std::size_t count) const {
+    auto* bytes = static_cast<std::byte*>(to);
+    std::size_t done = 0;
+    while (done < count) {
+        const ssize_t got =
+            ::pread(descriptor_, bytes + done, count - done, static_cast<off_t>(offset + done));
+        if (got == 0) {
+            break;
+        }
+        if (got < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            fail_with_system_reason("can't read the file");
+        }
+        done += static_cast<std::size_t>(got);
+    }
+    return done;
+}
+
+std::vector<std::byte> File::ReadExactly(std::uint64_t offset, std::uint64_t count) const {
+    if (offset > size_ || count > size_ - offset) {
+        throw ReadError("the file ends at byte " + std::to_string(size_) + "; " +
+                        std::to_string(count) + " bytes are expected from byte " +
+                        std::to_string(offset));
+    }
+    std::vector<std::byte> bytes(count);
+    if (ReadAt(offset, bytes.data(), bytes.size()) != bytes.size()) {
+        throw ReadError("the file became shorter while it was read");
+    }
+    return bytes;
+}
+
+bool File::IsUnchanged() const {
+    struct stat facts {};
+    return ::fstat(descriptor_, &facts) == 0 &&
+           static_cast<std::uint64_t>(facts.st_size) == size_ &&
+           facts.st_mtim.tv_sec == changed_seconds_ &&
+           facts.st_mtim.tv_nsec == changed_nanoseconds_;
+}
+
+bool File::Exists(const std::string& path) {
+    struct stat facts {};
+    return ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
+}
+
+}  // namespace zol::engine
