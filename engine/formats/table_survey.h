@@ -1,0 +1,59 @@
+// Reads every cell of a delimited table once: what its columns hold, and whether
+// the table is sound.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "engine/formats/cell_reader.h"
+#include "engine/formats/text_blocks.h"
+
+namespace zol::engine {
+
+/// What the cells of one column have turned out to be.
+struct ColumnSurvey {
+    bool has_text = false;
+    bool has_number = false;
+    /// A number with a fractional part, an exponent or a decimal point.
+    bool has_fraction = false;
+    std::int64_t least_whole = std::numeric_limits<std::int64_t>::max();
+    std::int64_t greatest_whole = std::numeric_limits<std::int64_t>::min();
+
+    void Add(const Decimal& number);
+    void Merge(const ColumnSurvey& other);
+};
+
+/// Takes the numbers of chosen columns, row by row in the order of one block. Each
+/// worker has its own.
+class RowWatcher {
+public:
+    RowWatcher() = default;
+    RowWatcher(const RowWatcher&) = delete;
+    RowWatcher& operator=(const RowWatcher&) = delete;
+    virtual ~RowWatcher() = default;
+
+    /// `values` are in the order of the watched columns, NaN for missing ones. Gives
+    /// what is wrong with them, or null, and in `column` which of them it is.
+    virtual const char* Row(const std::vector<double>& values, std::size_t& column) = 0;
+};
+
+struct TableSurvey {
+    std::vector<ColumnSurvey> columns;
+    std::vector<std::unique_ptr<RowWatcher>> watchers;
+};
+
+/// Reads all of `blocks`. Every row must have a cell for each of `formats`; an empty
+/// cell more is let pass. Watched columns are read as numbers. Throws ReadError that
+/// names line and column of the first cell that its format doesn't allow.
+TableSurvey survey_table(TextBlocks& blocks, const std::vector<CellFormat>& formats,
+                         const std::vector<std::size_t>& watched,
+                         const std::function<std::unique_ptr<RowWatcher>()>& make_watcher);
+
+/// A text of a file as an error shows it: in quotes, at most 80 bytes.
+std::string shown(std::string_view text);
+
+}  // namespace zol::engine

@@ -1,0 +1,196 @@
+#include "engine/formats/text_columns.h"
+
+#include <algorithm>
+#include <atomic>
+
+#include "engine/formats/diagnostics.h"
+#include "engine/formats/parallel.h"
+#include "engine/formats/read_error.h"
+#include "engine/formats/row_reader.h"
+#include "engine/formats/text_encoding.h"
+
+namespace zol::engine {
+
+namespace {
+
+// Blocks that a walk decodes ahead for each worker: enough to outweigh the starting
+// of threads, few enough that the first value of a block is soon there.
+constexpr std::size_t kAheadPerWorker = 8;
+
+}  // namespace
+
+std::size_t TextColumns::Run::Bytes() const {
+    return sizeof(Run) + numbers.Bytes() + texts.Bytes();
+}
+
+TextColumns::TextColumns(TextBlocks blocks, std::vector<CellFormat> formats, std::string encoding)
+    : blocks_(std::move(blocks)),
+      formats_(std::move(formats)),
+      encoding_(std::move(encoding)),
+      columns_(formats_.size()) {}
+
+double TextColumns::Number(std::size_t column, std::uint64_t row) {
+    std::size_t index = 0;
+    return RunOf(column, row, index).numbers.At(index);
+}
+
+bool TextColumns::Whole(std::size_t column, std::uint64_t row, std::int64_t& whole) {
+    std::size_t index = 0;
+    return RunOf(column, row, index).numbers.WholeAt(index, whole);
+}
+
+std::string_view TextColumns::Text(std::size_t column, std::uint64_t row) {
+    std::size_t index = 0;
+    return RunOf(column, row, index).texts.At(index);
+}
+
+const TextColumns::Run& TextColumns::RunOf(std::size_t column, std::uint64_t row,
+                                           std::size_t& index) {
+    Column& asked = columns_[column];
+    index = row - asked.first_row;
+    if (asked.current != nullptr && index < asked.rows) {
+        return *asked.current;
+    }
+    const std::size_t block = blocks_.BlockOfRow(row);
+    asked.asked = true;
+    asked.runs.resize(blocks_.Count());
+    if (!asked.runs[block]) {
+        const bool walking = block == next_in_walk_ && block != 0;
+        ahead_ = walking ? std::min(ahead_ * 2, kAheadPerWorker * worker_count()) : 1;
+        const std::size_t behind = std::min(block + ahead_, blocks_.Count());
+        Decode(block, behind);
+        KeepWithinLimit(block, behind);
+        next_in_walk_ = behind;
+    }
+    asked.current = asked.runs[block].get();
+    asked.first_row = blocks_.FirstRow(block);
+    asked.rows = blocks_.RowsIn(block);
+    index = row - asked.first_row;
+    return *asked.current;
+}
+
+void TextColumns::Decode(std::size_t first_block, std::size_t behind) {
+    std::vector<std::pair<std::size_t, std::size_t>> wanted;
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        if (!columns_[column].asked) {
+            continue;
+        }
+        columns_[column].runs.resize(blocks_.Count());
+        for (std::size_t block = first_block; block < behind; ++block) {
+            if (!columns_[column].runs[block]) {
+                wanted.emplace_back(column, block);
+            }
+        }
+    }
+    try {
+        std::atomic<std::size_t> next = first_block;
+        const auto work = [&](unsigned) {
+            std::vector<char> buffer;
+            for (std::size_t block = next++; block < behind; block = next++) {
+                DecodeBlock(block, buffer);
+            }
+        };
+        const auto jobs = static_cast<unsigned>(std::min<std::size_t>(behind - first_block, 64));
+        run_workers(std::min(worker_count(), jobs), work);
+    } catch (const ReadError& error) {
+        MakeMissing(first_block, behind, error.what());
+    }
+    for (const auto& [column, block] : wanted) {
+        kept_.emplace_back(column, block);
+        kept_bytes_ += columns_[column].runs[block]->Bytes();
+    }
+}
+
+void TextColumns::DecodeBlock(std::size_t block, std::vector<char>& buffer) {
+    const TextBlocks::Text text = blocks_.Load(block, buffer);
+    struct Job {
+        std::size_t column;
+        NumberPacker numbers;
+        TextPacker texts;
+    };
+    std::vector<Job> jobs;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (columns_[i].asked && !columns_[i].runs[block]) {
+            jobs.push_back({i, {}, {}});
+        }
+    }
+    RowReader reader(text.rows, blocks_.Dialect());
+    CellList cells;
+    std::uint64_t rows = 0;
+    while (reader.Next(cells) == RowReader::Outcome::Row && cells.size() >= formats_.size()) {
+        for (Job& job : jobs) {
+            const CellFormat& format = formats_[job.column];
+            const TextCell& cell = cells[job.column];
+            Decimal number;
+            const CellContent content = read_cell(cell, format, number);
+            if (format.kind == CellFormat::Kind::Text) {
+                job.texts.Add(content == CellContent::Missing
+                                  ? std::string()
+                                  : to_utf8(cell_text(cell, blocks_.Dialect()), encoding_));
+            } else if (content == CellContent::Number) {
+                job.numbers.Add(number);
+            } else {
+                job.numbers.AddMissing();
+            }
+        }
+        ++rows;
+    }
+    if (rows != blocks_.RowsIn(block)) {
+        throw ReadError("the file has changed since it was opened; its values are missing now");
+    }
+    for (Job& job : jobs) {
+        auto run = std::make_unique<Run>();
+        run->numbers = job.numbers.Finish();
+        run->texts = job.texts.Finish();
+        columns_[job.column].runs[block] = std::move(run);
+    }
+}
+
+void TextColumns::MakeMissing(std::size_t first_block, std::size_t behind,
+                              const std::string& reason) {
+    if (!reported_) {
+        report(blocks_.SourceFile().Path(), reason);
+        reported_ = true;
+    }
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        if (!columns_[column].asked) {
+            continue;
+        }
+        for (std::size_t block = first_block; block < behind; ++block) {
+            if (columns_[column].runs[block]) {
+                continue;
+            }
+            NumberPacker numbers;
+            TextPacker texts;
+            for (std::uint64_t row = 0; row < blocks_.RowsIn(block); ++row) {
+                numbers.AddMissing();
+                texts.Add({});
+            }
+            auto run = std::make_unique<Run>();
+            run->numbers = numbers.Finish();
+            run->texts = texts.Finish();
+            columns_[column].runs[block] = std::move(run);
+        }
+    }
+}
+
+void TextColumns::KeepWithinLimit(std::size_t wanted_from, std::size_t wanted_behind) {
+    while (kept_bytes_ > limit_ && !kept_.empty()) {
+        const auto [column, block] = kept_.front();
+        if (block >= wanted_from && block < wanted_behind) {
+            break;
+        }
+        kept_.pop_front();
+        std::unique_ptr<Run>& run = columns_[column].runs[block];
+        if (!run) {
+            continue;
+        }
+        if (columns_[column].current == run.get()) {
+            columns_[column].current = nullptr;
+        }
+        kept_bytes_ -= run->Bytes();
+        run.reset();
+    }
+}
+
+}  // namespace zol::engine
