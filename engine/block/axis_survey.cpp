@@ -1,0 +1,219 @@
+#include "engine/block/axis_survey.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace zol::engine::block {
+
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr int kMostParts = 256;
+// Beyond this part of a gap two centroids don't belong to the same steps.
+constexpr double kMostSlack = 0.05;
+// A model with more parents along an axis is taken for a mistake of the lattice.
+constexpr double kMostCells = 2147483647.0;
+
+std::size_t hash_of(const Span& span) {
+    // Adding 0.0 makes one zero of the two.
+    const auto a = std::bit_cast<std::uint64_t>(span.centroid + 0.0);
+    const auto b = std::bit_cast<std::uint64_t>(span.size + 0.0);
+    std::uint64_t mixed = (a ^ std::rotl(b, 29)) * 0x9E3779B97F4A7C15U;
+    mixed ^= mixed >> 32;
+    return static_cast<std::size_t>(mixed * 0xD6E8FEB86659FD93U >> 20);
+}
+
+bool is_whole(double value, double tolerance) {
+    return std::fabs(value - std::round(value)) <= tolerance;
+}
+
+// Lower and upper edge in parents above the lattice's lower corner.
+struct Edges {
+    double lower;
+    double upper;
+};
+
+Edges edges_of(const Span& span, const AxisPlan& plan) {
+    return {(span.centroid - span.size / 2 - plan.lower) / plan.parent,
+            (span.centroid + span.size / 2 - plan.lower) / plan.parent};
+}
+
+bool lies_on_parts(const std::vector<Span>& spans, const AxisPlan& plan, int parts) {
+    return std::all_of(spans.begin(), spans.end(), [&](const Span& span) {
+        const Edges edges = edges_of(span, plan);
+        // The tolerance is one of the parent, whatever the part.
+        return is_whole(edges.lower * parts, kLatticeTolerance * parts) &&
+               is_whole(edges.upper * parts, kLatticeTolerance * parts) &&
+               std::round(edges.upper * parts) > std::round(edges.lower * parts);
+    });
+}
+
+bool lies_inside_parents(const std::vector<Span>& spans, const AxisPlan& plan) {
+    return std::all_of(spans.begin(), spans.end(), [&](const Span& span) {
+        const Edges edges = edges_of(span, plan);
+        return edges.upper <= std::floor(edges.lower + kLatticeTolerance) + 1 + kLatticeTolerance;
+    });
+}
+
+// The lattice line at or below all data that full-sized spans lie on.
+double lattice_lower(const std::vector<Span>& spans, const SpanSet& bounds, double parent) {
+    const auto off_by = [parent](const Span& span) { return std::fabs(span.size - parent); };
+    const auto full =
+        std::min_element(spans.begin(), spans.end(),
+                         [&](const Span& a, const Span& b) { return off_by(a) < off_by(b); });
+    if (off_by(*full) > kLatticeTolerance * parent) {
+        return bounds.Lower();
+    }
+    const double edge = full->centroid - full->size / 2;
+    const double cells = std::ceil((edge - bounds.Lower()) / parent - kLatticeTolerance);
+    return edge - cells * parent;
+}
+
+}  // namespace
+
+void SpanSet::AddNew(const Span& span) {
+    last_ = span;
+    const double lower = span.centroid - span.size / 2;
+    const double upper = span.centroid + span.size / 2;
+    const bool first = count_ == 0;
+    lower_ = first ? lower : std::min(lower_, lower);
+    upper_ = first ? upper : std::max(upper_, upper);
+    least_size_ = first ? span.size : std::min(least_size_, span.size);
+    greatest_size_ = first ? span.size : std::max(greatest_size_, span.size);
+    if (overflowed_) {
+        return;
+    }
+    if (count_ * 2 >= slots_.size()) {
+        Grow();
+    }
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t slot = hash_of(span) & mask;
+    while (!std::isnan(slots_[slot].size)) {
+        if (slots_[slot] == span) {
+            return;
+        }
+        slot = (slot + 1) & mask;
+    }
+    slots_[slot] = span;
+    if (++count_ > kMost) {
+        overflowed_ = true;
+        slots_ = {};
+    }
+}
+
+void SpanSet::Grow() {
+    std::vector<Span> old(std::max<std::size_t>(64, slots_.size() * 2), Span{0.0, kNaN});
+    old.swap(slots_);
+    const std::size_t mask = slots_.size() - 1;
+    for (const Span& span : old) {
+        if (!std::isnan(span.size)) {
+            std::size_t slot = hash_of(span) & mask;
+            while (!std::isnan(slots_[slot].size)) {
+                slot = (slot + 1) & mask;
+            }
+            slots_[slot] = span;
+        }
+    }
+}
+
+void SpanSet::Merge(const SpanSet& other) {
+    if (other.IsEmpty()) {
+        return;
+    }
+    for (const Span& span : other.slots_) {
+        if (!std::isnan(span.size)) {
+            AddNew(span);
+        }
+    }
+    if (other.overflowed_) {
+        lower_ = IsEmpty() ? other.lower_ : std::min(lower_, other.lower_);
+        upper_ = IsEmpty() ? other.upper_ : std::max(upper_, other.upper_);
+        least_size_ = IsEmpty() ? other.least_size_ : std::min(least_size_, other.least_size_);
+        greatest_size_ =
+            IsEmpty() ? other.greatest_size_ : std::max(greatest_size_, other.greatest_size_);
+        overflowed_ = true;
+        count_ = std::max(count_, other.count_);
+        slots_ = {};
+    }
+}
+
+SpanSet SpanSet::Shifted(double by) const {
+    SpanSet shifted;
+    for (const Span& span : Sorted()) {
+        shifted.Add({span.centroid + by, span.size});
+    }
+    if (overflowed_) {
+        shifted = *this;
+        shifted.lower_ += by;
+        shifted.upper_ += by;
+        shifted.last_ = Span{0.0, -1.0};
+    }
+    return shifted;
+}
+
+std::vector<Span> SpanSet::Sorted() const {
+    std::vector<Span> spans;
+    for (const Span& span : slots_) {
+        if (!std::isnan(span.size)) {
+            spans.push_back(span);
+        }
+    }
+    std::sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) {
+        return a.centroid != b.centroid ? a.centroid < b.centroid : a.size < b.size;
+    });
+    return spans;
+}
+
+std::optional<double> common_gap(const std::vector<Span>& sorted) {
+    double gap = 0.0;
+    for (std::size_t i = 1; i < sorted.size(); ++i) {
+        const double step = sorted[i].centroid - sorted[i - 1].centroid;
+        if (step > 0 && (gap == 0.0 || step < gap)) {
+            gap = step;
+        }
+    }
+    if (gap == 0.0) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 1; i < sorted.size(); ++i) {
+        const double steps = (sorted[i].centroid - sorted[i - 1].centroid) / gap;
+        // The gap was rounded too, which counts once for each step.
+        if (!is_whole(steps, std::min(kMostSlack, kLatticeTolerance * std::max(1.0, steps)))) {
+            return std::nullopt;
+        }
+    }
+    // Over the whole range the rounding evens out.
+    const double range = sorted.back().centroid - sorted.front().centroid;
+    return range / std::round(range / gap);
+}
+
+AxisPlan plan_axis(const SpanSet& set, const AxisFacts& facts) {
+    AxisPlan plan;
+    plan.parent = facts.parent.value_or(set.GreatestSize());
+    plan.lower = facts.lower.value_or(set.Lower());
+    const double cells = (set.Upper() - set.Lower()) / plan.parent;
+    if (set.Overflowed() || !(cells < kMostCells)) {
+        return plan;
+    }
+    const std::vector<Span> spans = set.Sorted();
+    plan.lower = facts.lower.value_or(lattice_lower(spans, set, plan.parent));
+    plan.count = std::max<std::int64_t>(
+        1, std::llround(std::ceil((set.Upper() - plan.lower) / plan.parent - kLatticeTolerance)));
+    if (!lies_inside_parents(spans, plan)) {
+        plan.lower = facts.lower.value_or(set.Lower());
+        return plan;
+    }
+    plan.kind = AxisPlan::Kind::Inside;
+    for (int parts = 1; parts <= kMostParts; ++parts) {
+        if (lies_on_parts(spans, plan, parts)) {
+            plan.parts = parts;
+            plan.kind = parts == 1 ? AxisPlan::Kind::Regular : AxisPlan::Kind::Fractions;
+            break;
+        }
+    }
+    return plan;
+}
+
+}  // namespace zol::engine::block

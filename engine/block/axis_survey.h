@@ -1,0 +1,99 @@
+// Which centroids and sizes occur along one axis of a table of blocks, and the
+// lattice that they make.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace zol::engine::block {
+
+/// Sizes and centroids come rounded: what is closer than this part of a parent is the
+/// same place.
+inline constexpr double kLatticeTolerance = 1e-4;
+
+/// A block's place along one axis.
+struct Span {
+    double centroid = 0.0;
+    double size = 0.0;
+
+    bool operator==(const Span&) const = default;
+};
+
+/// The different spans of an axis. A model of millions of blocks has some hundreds;
+/// beyond kMost they make no lattice, and only their bounds are kept.
+class SpanSet {
+public:
+    static constexpr std::size_t kMost = std::size_t{1} << 18;
+
+    void Add(const Span& span) {
+        if (!(span == last_)) {
+            AddNew(span);
+        }
+    }
+    void Merge(const SpanSet& other);
+
+    /// All of it moved along the axis.
+    SpanSet Shifted(double by) const;
+
+    bool IsEmpty() const { return count_ == 0; }
+    bool Overflowed() const { return overflowed_; }
+    /// By centroid, then by size.
+    std::vector<Span> Sorted() const;
+    /// Bounds of all spans, however many there were.
+    double Lower() const { return lower_; }
+    double Upper() const { return upper_; }
+    double LeastSize() const { return least_size_; }
+    double GreatestSize() const { return greatest_size_; }
+
+private:
+    void AddNew(const Span& span);
+    void Grow();
+
+    // An open-addressing table; an empty slot has the size NaN.
+    std::vector<Span> slots_;
+    std::size_t count_ = 0;
+    bool overflowed_ = false;
+    Span last_{0.0, -1.0};
+    double lower_ = 0.0;
+    double upper_ = 0.0;
+    double least_size_ = 0.0;
+    double greatest_size_ = 0.0;
+};
+
+/// What the spans of an axis turn out to be, in the coordinates they were given in.
+struct AxisPlan {
+    enum class Kind {
+        /// One size, on a lattice.
+        Regular,
+        /// Whole parents and whole fractions of them.
+        Fractions,
+        /// Spans of any size, each inside one parent.
+        Inside,
+        /// No common lattice.
+        Free
+    };
+    Kind kind = Kind::Free;
+    double lower = 0.0;
+    double parent = 0.0;
+    /// Parents that span the data.
+    std::int64_t count = 1;
+    /// Kind::Fractions: edges lie on this many parts of a parent.
+    int parts = 1;
+};
+
+/// What a sidecar states beforehand.
+struct AxisFacts {
+    std::optional<double> lower;
+    std::optional<double> parent;
+};
+
+/// The smallest gap between neighbours that divides all others within 1e-4 of itself;
+/// nothing when there is none, or fewer than two centroids.
+std::optional<double> common_gap(const std::vector<Span>& sorted);
+
+/// Recognises the lattice of spans whose sizes are known, all above 0.
+AxisPlan plan_axis(const SpanSet& spans, const AxisFacts& facts);
+
+}  // namespace zol::engine::block

@@ -1,0 +1,130 @@
+#include "engine/block/block_rows.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace zol::engine::block {
+
+namespace {
+
+constexpr double kMissingSize = 0.0;
+
+double index_of(const AxisReading& axis, double number) {
+    if (axis.kind == AxisReading::Kind::Index) {
+        return number;
+    }
+    const double divided = std::floor((number - static_cast<double>(axis.first_number)) /
+                                      static_cast<double>(axis.divisor));
+    return std::fmod(divided, static_cast<double>(axis.modulus));
+}
+
+}  // namespace
+
+RowPlacing::RowPlacing(const AxisReadings& axes, const Placement* rotated)
+    : axes_(axes),
+      rotated_(rotated != nullptr),
+      placement_(rotated != nullptr ? *rotated : Placement()) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        first_[axis] = PlaceOf(axes_[axis].first);
+        second_[axis] = PlaceOf(axes_[axis].second);
+    }
+}
+
+std::size_t RowPlacing::PlaceOf(std::size_t column) {
+    if (column == AxisReading::kNone) {
+        return AxisReading::kNone;
+    }
+    const auto known = std::find(columns_.begin(), columns_.end(), column);
+    if (known != columns_.end()) {
+        return static_cast<std::size_t>(known - columns_.begin());
+    }
+    columns_.push_back(column);
+    return columns_.size() - 1;
+}
+
+Spans RowPlacing::Place(const std::vector<double>& values) const {
+    Spans spans;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const AxisReading& reading = axes_[axis];
+        Span& span = spans[axis];
+        span.size = reading.fixed_size;
+        switch (reading.kind) {
+            case AxisReading::Kind::Same:
+                break;
+            case AxisReading::Kind::Centroid:
+                span.centroid = values[first_[axis]];
+                if (second_[axis] != AxisReading::kNone) {
+                    span.size = values[second_[axis]];
+                }
+                break;
+            case AxisReading::Kind::Edges: {
+                const double lower = values[first_[axis]];
+                const double upper = values[second_[axis]];
+                span = {lower + (upper - lower) / 2, upper - lower};
+                break;
+            }
+            case AxisReading::Kind::Index:
+            case AxisReading::Kind::CellNumber:
+                span.centroid = index_of(reading, values[first_[axis]]);
+                break;
+        }
+    }
+    if (rotated_) {
+        const geometry::Coord3D model =
+            placement_.ToModel(spans[0].centroid, spans[1].centroid, spans[2].centroid);
+        spans[0].centroid = model.x;
+        spans[1].centroid = model.y;
+        spans[2].centroid = model.z;
+    }
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        spans[axis].centroid = spans[axis].centroid * axes_[axis].scale + axes_[axis].offset;
+    }
+    return spans;
+}
+
+const char* RowPlacing::Fault(const std::vector<double>& values, std::size_t axis,
+                              std::size_t& column) const {
+    const AxisReading& reading = axes_[axis];
+    if (reading.kind == AxisReading::Kind::Same) {
+        return nullptr;
+    }
+    column = first_[axis];
+    const double first = values[column];
+    if (!std::isfinite(first)) {
+        return "is no coordinate";
+    }
+    const bool is_index =
+        reading.kind == AxisReading::Kind::Index || reading.kind == AxisReading::Kind::CellNumber;
+    if (is_index && first != std::floor(first)) {
+        return "is no whole number of a cell";
+    }
+    if (second_[axis] == AxisReading::kNone) {
+        return nullptr;
+    }
+    column = second_[axis];
+    const double second = values[column];
+    const bool edges = reading.kind == AxisReading::Kind::Edges;
+    const double size = edges ? second - first : second;
+    if (!std::isfinite(size) || !std::isfinite(first + size) || !std::isfinite(first - size)) {
+        return edges ? "is no coordinate" : "is no size of a block";
+    }
+    if (!(size > kMissingSize)) {
+        return edges ? "is not above the lower edge" : "is not a size above 0";
+    }
+    return nullptr;
+}
+
+BlockRows::BlockRows(std::shared_ptr<TextColumns> columns, RowPlacing placing)
+    : columns_(std::move(columns)),
+      placing_(std::move(placing)),
+      values_(placing_.Columns().size()) {}
+
+Spans BlockRows::At(std::int64_t row) {
+    for (std::size_t i = 0; i < values_.size(); ++i) {
+        values_[i] = columns_->Number(placing_.Columns()[i], static_cast<std::uint64_t>(row));
+    }
+    return placing_.Place(values_);
+}
+
+}  // namespace zol::engine::block

@@ -1,0 +1,76 @@
+#include "engine/block/catalogue.h"
+
+#include <array>
+
+#include "engine/block/unique_names.h"
+
+namespace zol::engine::block {
+
+namespace {
+
+constexpr int kOwn = 1;
+constexpr int kPredefined = 2;
+constexpr int kClassification = 4;
+constexpr int kNumericOnly = 8;
+constexpr int kTextOnly = 16;
+
+// In the order of Predefined, as are the names.
+constexpr std::array<std::string_view, kPredefinedNames.size()> kDescriptions = {
+    "Centroid x in model coordinates",
+    "Centroid y in model coordinates",
+    "Centroid z in model coordinates",
+    "Block size along the model's x axis",
+    "Block size along the model's y axis",
+    "Block size along the model's z axis",
+    "Volume of the block",
+    "Ordinal of the block in the file, from 0"};
+
+}  // namespace
+
+Catalogue::Catalogue(const Source& source) : source_(source) {
+    for (std::size_t i = 0; i < source.variables.size(); ++i) {
+        Field field;
+        field.kind = Field::Kind::Own;
+        field.variable = i;
+        fields_.emplace(source.variables[i].name, field);
+    }
+    for (std::size_t i = 0; i < kPredefinedNames.size(); ++i) {
+        Field field;
+        field.kind = Field::Kind::Predefined;
+        field.predefined = static_cast<Predefined>(i);
+        fields_.insert_or_assign(std::string(kPredefinedNames[i]), field);
+    }
+}
+
+Field Catalogue::Find(const std::string& name) const {
+    const auto found = fields_.find(name);
+    return found == fields_.end() ? Field{} : found->second;
+}
+
+const Variable* Catalogue::OwnVariable(const std::string& name) const {
+    const Field field = Find(name);
+    return field.kind == Field::Kind::Own ? &source_.variables[field.variable] : nullptr;
+}
+
+std::vector<std::string> Catalogue::Names(int selector) const {
+    std::vector<std::string> names;
+    for (const Variable& variable : source_.variables) {
+        const bool asked = (selector & kOwn) != 0 ||
+                           ((selector & kClassification) != 0 && variable.IsClassification());
+        const bool left_out = ((selector & kNumericOnly) != 0 && variable.IsText()) ||
+                              ((selector & kTextOnly) != 0 && !variable.IsText());
+        if (asked && !left_out) {
+            names.push_back(variable.name);
+        }
+    }
+    if ((selector & kPredefined) != 0 && (selector & kTextOnly) == 0) {
+        names.insert(names.end(), kPredefinedNames.begin(), kPredefinedNames.end());
+    }
+    return names;
+}
+
+std::string_view Catalogue::DescriptionOf(Predefined predefined) {
+    return kDescriptions[static_cast<std::size_t>(predefined)];
+}
+
+}  // namespace zol::engine::block

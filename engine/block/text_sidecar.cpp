@@ -1,0 +1,433 @@
+#include "engine/block/text_sidecar.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "engine/formats/diagnostics.h"
+#include "engine/formats/file.h"
+#include "engine/formats/read_error.h"
+#include "engine/formats/table_survey.h"
+#include "engine/formats/text_encoding.h"
+
+namespace zol::engine::block {
+
+namespace {
+
+// No sidecar that people write comes near; what is larger is some other JSON file.
+constexpr std::uint64_t kLargestSidecar = std::uint64_t{64} << 20;
+
+std::string folder_of(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == path.npos ? std::string() : path.substr(0, slash + 1);
+}
+
+std::string file_name_of(const std::string& path) {
+    return path.substr(folder_of(path).size());
+}
+
+// One character, or none for null and false-like empty texts.
+char character(const JsonValue& value) {
+    const std::string text = value.Text();
+    if (text.size() > 1) {
+        value.Refuse("is " + shown(text) + ", one character is expected");
+    }
+    return text.empty() ? '\0' : text.front();
+}
+
+std::vector<std::string> texts(const JsonValue& list) {
+    std::vector<std::string> all;
+    for (std::size_t i = 0; i < list.Size(); ++i) {
+        all.push_back(list.At(i).Text());
+    }
+    return all;
+}
+
+Triple triple(const JsonValue& value) {
+    const std::vector<double> numbers = value.Numbers(3);
+    if (!std::all_of(numbers.begin(), numbers.end(), [](double n) { return std::isfinite(n); })) {
+        value.Refuse("is not three finite numbers");
+    }
+    return {numbers[0], numbers[1], numbers[2]};
+}
+
+geometry::Coord3D coordinates(const JsonValue& value) {
+    const Triple numbers = triple(value);
+    return {numbers[0], numbers[1], numbers[2]};
+}
+
+Triple sizes(const JsonValue& value) {
+    const Triple numbers = triple(value);
+    if (!std::all_of(numbers.begin(), numbers.end(), [](double n) { return n > 0; })) {
+        value.Refuse("has a size that is not above 0");
+    }
+    return numbers;
+}
+
+Counts counts(const JsonValue& value) {
+    constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
+    if (value.Size() != 3) {
+        value.Refuse("is not a list of three counts");
+    }
+    Counts three{};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        three[axis] = value.At(axis).Whole();
+        if (three[axis] < 1 || three[axis] > kMost) {
+            value.At(axis).Refuse("is not a count from 1 to " + std::to_string(kMost));
+        }
+    }
+    return three;
+}
+
+std::array<double, 6> extent(const JsonValue& value) {
+    const std::vector<double> numbers = value.Numbers(6);
+    std::array<double, 6> six{};
+    std::copy(numbers.begin(), numbers.end(), six.begin());
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        if (!std::isfinite(six[axis]) || !std::isfinite(six[axis + 3]) ||
+            !(six[axis] < six[axis + 3])) {
+            value.Refuse("is not a lower corner and an upper corner above it");
+        }
+    }
+    return six;
+}
+
+CellFormat::Kind kind_of_type(const JsonValue& type) {
+    const std::string name = type.Text();
+    return name == "number"    ? CellFormat::Kind::Number
+           : name == "integer" ? CellFormat::Kind::Whole
+           : name == "boolean" ? CellFormat::Kind::Boolean
+                               : CellFormat::Kind::Text;
+}
+
+// A list numbers its texts from 0; an object has the codes as keys.
+std::vector<Translation> translations(const JsonValue& value) {
+    std::vector<Translation> all;
+    if (value.IsList()) {
+        for (std::size_t i = 0; i < value.Size(); ++i) {
+            all.push_back({static_cast<std::int64_t>(i), value.At(i).Text()});
+        }
+        return all;
+    }
+    for (const JsonMember& member : value.Members()) {
+        Decimal code;
+        std::int64_t whole = 0;
+        if (!read_decimal(member.key, '.', code) || !whole_of(code, whole)) {
+            member.value.Refuse("has a key that is no whole number");
+        }
+        all.push_back({whole, member.value.Text()});
+    }
+    std::sort(all.begin(), all.end(),
+              [](const Translation& a, const Translation& b) { return a.code < b.code; });
+    return all;
+}
+
+void read_default(const JsonValue& value, FieldSpec& field) {
+    if (value.IsText()) {
+        field.default_text = value.Text();
+    } else if (value.IsBool()) {
+        field.default_number = value.Bool() ? 1 : 0;
+    } else {
+        field.default_number = value.Number();
+    }
+}
+
+FieldSpec read_field(const JsonValue& value) {
+    FieldSpec field;
+    field.name = value.Get("name").Text();
+    if (const auto header = value.Find("block:column")) {
+        field.header = header->Text();
+    }
+    if (const auto title = value.Find("title")) {
+        field.description = title->Text();
+    }
+    if (const auto description = value.Find("description")) {
+        field.description = description->Text();
+    }
+    if (const auto unit = value.Find("block:unit"); unit && !unit->Text().empty()) {
+        field.description += (field.description.empty() ? "[" : " [") + unit->Text() + "]";
+    }
+    if (const auto type = value.Find("type")) {
+        field.kind = kind_of_type(*type);
+    }
+    if (const auto storage = value.Find("block:storage")) {
+        Storage known{};
+        if (!storage_from_name(storage->Text(), known)) {
+            storage->Refuse("is " + shown(storage->Text()) +
+                            ", one of bit, byte, short, integer, int64, sfloat, float, double, "
+                            "string is expected");
+        }
+        field.storage = known;
+    }
+    if (const auto point = value.Find("decimalChar")) {
+        field.decimal_point = character(*point);
+    }
+    if (const auto group = value.Find("groupChar")) {
+        field.group_mark = character(*group);
+    }
+    if (const auto bare = value.Find("bareNumber")) {
+        field.bare_number = bare->Bool();
+    }
+    if (const auto missing = value.Find("missingValues")) {
+        field.missing = texts(*missing);
+    }
+    if (const auto word = value.Find("block:role")) {
+        ColumnRole role;
+        if (!role_of_word(word->Text(), role)) {
+            word->Refuse("is " + shown(word->Text()) + ", which is no role of a column");
+        }
+        field.role = role;
+    }
+    if (const auto names = value.Find("block:translations")) {
+        field.translations = translations(*names);
+    } else if (const auto categories = value.Find("categories")) {
+        field.translations = translations(*categories);
+    } else if (const auto constraints = value.Find("constraints")) {
+        // An enumeration of texts names the codes too; one of numbers is a mere constraint.
+        const auto words = constraints->Find("enum");
+        if (words && words->Size() > 0 && words->At(0).IsText()) {
+            field.translations = translations(*words);
+        }
+    }
+    if (const auto fallback = value.Find("block:default")) {
+        read_default(*fallback, field);
+    }
+    return field;
+}
+
+void read_dialect(const JsonValue& value, TextSidecar& sidecar) {
+    if (const auto delimiter = value.Find("delimiter")) {
+        const char mark = character(*delimiter);
+        if (mark == '\0' || mark == '\n' || mark == '\r' || mark == '"') {
+            delimiter->Refuse("can't part cells");
+        }
+        sidecar.delimiter = mark;
+    }
+    if (const auto quote = value.Find("quoteChar")) {
+        sidecar.quote = character(*quote);
+    }
+    if (const auto doubled = value.Find("doubleQuote")) {
+        sidecar.double_quote = doubled->Bool();
+    }
+    if (const auto escape = value.Find("escapeChar")) {
+        sidecar.escape = character(*escape);
+    }
+    if (const auto comment = value.Find("commentChar")) {
+        sidecar.comment = character(*comment);
+    }
+    if (const auto missing = value.Find("nullSequence")) {
+        sidecar.missing = {"", missing->Text()};
+    }
+    if (const auto rows = value.Find("headerRows")) {
+        std::vector<std::int64_t> numbers;
+        for (std::size_t i = 0; i < rows->Size(); ++i) {
+            const std::int64_t row = rows->At(i).Whole();
+            if (row < 1 || row > 100) {
+                rows->At(i).Refuse("is not a row from 1 to 100");
+            }
+            numbers.push_back(row);
+        }
+        sidecar.header_rows = numbers;
+    }
+    if (const auto header = value.Find("header"); header && !sidecar.header_rows) {
+        sidecar.header_rows =
+            header->Bool() ? std::vector<std::int64_t>{1} : std::vector<std::int64_t>{};
+    }
+}
+
+SchemaFacts read_schema(const JsonValue& value) {
+    const std::array<double, 6> box = extent(value.Get("extent"));
+    const Counts dimensions = counts(value.Get("count"));
+    SchemaFacts facts;
+    facts.extent = {box[0], box[1], box[2], box[3], box[4], box[5]};
+    facts.dimensions = {static_cast<std::int32_t>(dimensions[0]),
+                        static_cast<std::int32_t>(dimensions[1]),
+                        static_cast<std::int32_t>(dimensions[2])};
+    Triple cell{};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        cell[axis] = (box[axis + 3] - box[axis]) / static_cast<double>(dimensions[axis]);
+    }
+    const auto least = value.Find("minimumSize");
+    const auto most = value.Find("maximumSize");
+    const Triple minimum = least ? sizes(*least) : cell;
+    const Triple maximum = most ? sizes(*most) : cell;
+    facts.minimum_size = {minimum[0], minimum[1], minimum[2]};
+    facts.maximum_size = {maximum[0], maximum[1], maximum[2]};
+    return facts;
+}
+
+void read_rotation(const JsonValue& value, ModelSpec& model) {
+    if (const auto angles = value.Find("rotation")) {
+        model.angles = coordinates(*angles);
+        if (model.angles->x == 0 && model.angles->y == 0 && model.angles->z == 0) {
+            model.angles.reset();
+        }
+    } else if (const auto matrix = value.Find("rotationMatrix")) {
+        const std::vector<double> numbers = matrix->Numbers(9);
+        Rotation rotation{};
+        for (std::size_t i = 0; i < 9; ++i) {
+            rotation[i / 3][i % 3] = numbers[i];
+        }
+        if (const char* fault = Placement::RotationFault(rotation)) {
+            matrix->Refuse(fault);
+        }
+        model.rotation = rotation;
+    }
+}
+
+ModelSpec read_model(const JsonValue& value) {
+    ModelSpec model;
+    if (const auto origin = value.Find("origin")) {
+        model.origin = coordinates(*origin);
+    }
+    read_rotation(value, model);
+    if (const auto kind = value.Find("coordinates")) {
+        const std::string word = kind->Text();
+        if (word != "world" && word != "local") {
+            kind->Refuse("is " + shown(word) + ", \"world\" or \"local\" is expected");
+        }
+        model.local = word == "local";
+    }
+    if (const auto size = value.Find("parentSize")) {
+        model.parent_size = sizes(*size);
+    }
+    if (const auto size = value.Find("minimumSize")) {
+        model.minimum_size = sizes(*size);
+    }
+    if (const auto count = value.Find("count")) {
+        model.count = counts(*count);
+    }
+    if (const auto box = value.Find("extent")) {
+        model.extent = extent(*box);
+    }
+    if (const auto order = value.Find("order")) {
+        model.order = read_cell_order(*order);
+    }
+    if (const auto base = value.Find("indexBase")) {
+        model.index_base = base->Whole();
+        if (model.index_base != 0 && model.index_base != 1) {
+            base->Refuse("is neither 0 nor 1");
+        }
+    }
+    if (const auto layered = value.Find("layered")) {
+        model.layered = layered->Bool();
+    }
+    if (const auto schemas = value.Find("schemas")) {
+        for (std::size_t i = 0; i < schemas->Size(); ++i) {
+            model.schemas.push_back(read_schema(schemas->At(i)));
+        }
+    }
+    return model;
+}
+
+void check_path(const JsonValue& path) {
+    const std::string text = path.Text();
+    const bool leaves = text.starts_with("/") || text == ".." || text.starts_with("../") ||
+                        text.ends_with("/..") || text.find("/../") != text.npos ||
+                        text.find("://") != text.npos;
+    if (leaves) {
+        path.Refuse("is " + shown(text) + ", which leaves the folder of the sidecar");
+    }
+}
+
+std::string read_text(const std::string& path) {
+    const File file(path);
+    if (file.Size() > kLargestSidecar) {
+        throw ReadError("the file is too large for a sidecar");
+    }
+    const std::vector<std::byte> bytes = file.ReadExactly(0, file.Size());
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+// Calls `use` with the root of a JSON file; what is wrong with it names the file.
+template <class Use>
+auto with_json(const std::string& path, Use use) {
+    try {
+        const JsonDocument document(read_text(path), JsonDocument::Dialect::Strict);
+        return use(document.Root());
+    } catch (const ReadError& error) {
+        throw ReadError("in the sidecar " + file_name_of(path) + ": " + error.what());
+    }
+}
+
+bool speaks_of_table(const JsonValue& root, const std::string& table) {
+    if (!root.IsObject()) {
+        return false;
+    }
+    const auto path = root.Find("path");
+    return path && path->IsText() ? path->Text() == file_name_of(table)
+                                  : root.Find("schema") || root.Find("block:model");
+}
+
+}  // namespace
+
+TextSidecar parse_sidecar(const JsonValue& root) {
+    TextSidecar sidecar;
+    if (const auto path = root.Find("path")) {
+        check_path(*path);
+    }
+    if (const auto name = root.Find("name")) {
+        sidecar.name = name->Text();
+    }
+    if (const auto encoding = root.Find("encoding")) {
+        sidecar.encoding = encoding->Text();
+        if (!is_known_encoding(sidecar.encoding)) {
+            encoding->Refuse("is " + shown(sidecar.encoding) + ", an encoding unknown here");
+        }
+    }
+    if (const auto dialect = root.Find("dialect")) {
+        read_dialect(*dialect, sidecar);
+    }
+    if (const auto schema = root.Find("schema")) {
+        if (const auto missing = schema->Find("missingValues")) {
+            sidecar.missing = texts(*missing);
+        }
+        if (const auto fields = schema->Find("fields")) {
+            for (std::size_t i = 0; i < fields->Size(); ++i) {
+                sidecar.fields.push_back(read_field(fields->At(i)));
+            }
+        }
+    }
+    if (const auto model = root.Find("block:model")) {
+        sidecar.model = read_model(*model);
+    }
+    return sidecar;
+}
+
+TextSidecar find_sidecar(const std::string& table) {
+    const auto named = [](TextSidecar sidecar, const std::string& path) {
+        sidecar.path = path;
+        return sidecar;
+    };
+    const std::string beside = table + ".json";
+    if (File::Exists(beside)) {
+        return named(with_json(beside, parse_sidecar), beside);
+    }
+    const std::string folder = folder_of(table);
+    const std::string name = file_name_of(table);
+    const std::string same_stem = folder + name.substr(0, name.rfind('.')) + ".json";
+    std::optional<TextSidecar> found;
+    // The next two names may belong to anything: they count when they speak of this table.
+    if (same_stem != table && File::Exists(same_stem)) {
+        with_json(same_stem, [&](const JsonValue& root) {
+            if (speaks_of_table(root, table)) {
+                found = named(parse_sidecar(root), same_stem);
+            }
+        });
+    }
+    const std::string package = folder + "datapackage.json";
+    if (!found && File::Exists(package)) {
+        with_json(package, [&](const JsonValue& root) {
+            const auto resources = root.Find("resources");
+            for (std::size_t i = 0; resources && !found && i < resources->Size(); ++i) {
+                const JsonValue resource = resources->At(i);
+                if (resource.Find("path") && speaks_of_table(resource, table)) {
+                    found = named(parse_sidecar(resource), package);
+                }
+            }
+        });
+    }
+    return found ? *found : TextSidecar{};
+}
+
+}  // namespace zol::engine::block

@@ -1,0 +1,258 @@
+#include "engine/block/text_variables.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <unordered_map>
+#include <utility>
+
+#include "engine/block/half_float.h"
+#include "engine/formats/diagnostics.h"
+#include "engine/formats/number_text.h"
+#include "engine/formats/read_error.h"
+
+namespace zol::engine::block {
+
+namespace {
+
+struct Range {
+    std::int64_t least;
+    std::int64_t greatest;
+};
+
+template <class Whole>
+constexpr Range kRangeOf{std::numeric_limits<Whole>::min(), std::numeric_limits<Whole>::max()};
+
+Range range_of(Storage storage) {
+    switch (storage) {
+        case Storage::Bit:
+            return {0, 1};
+        case Storage::Byte:
+            // Writers disagree on whether a byte has a sign.
+            return {kRangeOf<std::int8_t>.least, std::numeric_limits<std::uint8_t>::max()};
+        case Storage::Short:
+            return kRangeOf<std::int16_t>;
+        case Storage::Integer:
+            return kRangeOf<std::int32_t>;
+        default:
+            return kRangeOf<std::int64_t>;
+    }
+}
+
+bool is_whole(Storage storage) {
+    return storage == Storage::Bit || storage == Storage::Byte || storage == Storage::Short ||
+           storage == Storage::Integer || storage == Storage::Int64;
+}
+
+bool is_coded_text(const FieldSpec& field) {
+    return field.kind == CellFormat::Kind::Text && !field.translations.empty();
+}
+
+class NumberColumn final : public Column {
+public:
+    NumberColumn(std::shared_ptr<TextColumns> columns, std::size_t index, Storage storage)
+        : columns_(std::move(columns)), index_(index), storage_(storage) {}
+
+    double Number(std::int64_t block) override {
+        const double value = columns_->Number(index_, static_cast<std::uint64_t>(block));
+        switch (storage_) {
+            case Storage::Float:
+                return static_cast<float>(value);
+            case Storage::SFloat:
+                return rounded_to_half(value);
+            default:
+                return value;
+        }
+    }
+
+    std::string Text(std::int64_t block) override {
+        std::int64_t whole = 0;
+        if (is_whole(storage_) &&
+            columns_->Whole(index_, static_cast<std::uint64_t>(block), whole)) {
+            return std::to_string(whole);
+        }
+        const double value = Number(block);
+        if (std::isnan(value)) {
+            return {};
+        }
+        const bool narrow = storage_ == Storage::Float || storage_ == Storage::SFloat;
+        return narrow ? number_text(static_cast<float>(value)) : number_text(value);
+    }
+
+private:
+    std::shared_ptr<TextColumns> columns_;
+    std::size_t index_;
+    Storage storage_;
+};
+
+// Texts; of a classification, each has a code.
+class WordColumn final : public Column {
+public:
+    WordColumn(std::shared_ptr<TextColumns> columns, std::size_t index,
+               const std::vector<Translation>& translations)
+        : columns_(std::move(columns)), index_(index) {
+        for (const Translation& translation : translations) {
+            codes_.try_emplace(translation.name, static_cast<double>(translation.code));
+        }
+    }
+
+    double Number(std::int64_t block) override {
+        if (codes_.empty()) {
+            return kMissing;
+        }
+        // Reused, so that a walk allocates only for longer texts.
+        word_ = columns_->Text(index_, static_cast<std::uint64_t>(block));
+        const auto code = codes_.find(word_);
+        return code == codes_.end() ? kMissing : code->second;
+    }
+
+    std::string Text(std::int64_t block) override {
+        return std::string(columns_->Text(index_, static_cast<std::uint64_t>(block)));
+    }
+
+private:
+    std::shared_ptr<TextColumns> columns_;
+    std::size_t index_;
+    std::unordered_map<std::string, double> codes_;
+    std::string word_;
+};
+
+}  // namespace
+
+std::vector<TextColumn> match_columns(const std::vector<std::string>& names,
+                                      const TextSidecar& sidecar, const std::string& file) {
+    std::vector<TextColumn> columns(names.size());
+    const bool by_order = std::all_of(names.begin(), names.end(),
+                                      [](const std::string& name) { return name.empty(); });
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        columns[i].header = names[i].empty() ? "column " + std::to_string(i + 1) : names[i];
+    }
+    for (std::size_t i = 0; i < sidecar.fields.size(); ++i) {
+        const FieldSpec& field = sidecar.fields[i];
+        const std::string& header = field.header.empty() ? field.name : field.header;
+        std::size_t at = i;
+        if (!by_order) {
+            const auto named = std::find(names.begin(), names.end(), header);
+            at = static_cast<std::size_t>(named - names.begin());
+        }
+        if (at >= columns.size() || columns[at].has_field) {
+            throw ReadError("the sidecar names a field " + shown(header) +
+                            " that the table has no column for");
+        }
+        columns[at].field = field;
+        columns[at].has_field = true;
+        columns[at].header = by_order ? field.name : columns[at].header;
+    }
+    // What the sidecar says of roles goes before what headers look like.
+    for (TextColumn& column : columns) {
+        if (column.field.role) {
+            column.role = *column.field.role;
+        }
+    }
+    for (TextColumn& column : columns) {
+        const ColumnRole role = role_of_header(column.header);
+        if (column.field.role || role.role == Role::None) {
+            continue;
+        }
+        const auto same = std::find_if(
+            columns.begin(), columns.end(),
+            [&](const TextColumn& other) { return &other != &column && other.role == role; });
+        if (same == columns.end()) {
+            column.role = role;
+        } else {
+            report(file, "column " + shown(column.header) + " and column " + shown(same->header) +
+                             " look alike; the latter places the blocks, the former is a variable");
+        }
+    }
+    return columns;
+}
+
+CellFormat survey_format(const TextColumn& column, const TextSidecar& sidecar, char decimal_point) {
+    const FieldSpec& field = column.field;
+    CellFormat format;
+    format.name = column.header;
+    format.decimal_point = field.decimal_point.value_or(decimal_point);
+    format.group_mark = field.group_mark;
+    format.bare_number = field.bare_number;
+    if (field.missing) {
+        format.missing = MissingTexts(*field.missing);
+    } else if (sidecar.missing) {
+        format.missing = MissingTexts(*sidecar.missing);
+    }
+    if (column.is_geometry) {
+        format.kind = CellFormat::Kind::Number;
+        return format;
+    }
+    format.kind = field.kind;
+    if (field.storage && format.kind != CellFormat::Kind::Boolean) {
+        format.kind = *field.storage == Storage::Text ? CellFormat::Kind::Text
+                      : is_coded_text(field)          ? CellFormat::Kind::Text
+                      : is_whole(*field.storage)      ? CellFormat::Kind::Whole
+                                                      : CellFormat::Kind::Number;
+    }
+    const Range range = range_of(field.storage.value_or(
+        format.kind == CellFormat::Kind::Whole ? Storage::Integer : Storage::Int64));
+    format.least = range.least;
+    format.greatest = range.greatest;
+    return format;
+}
+
+Storage settle_storage(const TextColumn& column, const ColumnSurvey& survey, CellFormat& format) {
+    const bool guessed = format.kind == CellFormat::Kind::Guess;
+    if (guessed) {
+        format.kind = survey.has_text ? CellFormat::Kind::Text : CellFormat::Kind::Number;
+    }
+    if (column.field.storage) {
+        return is_coded_text(column.field) ? Storage::Integer : *column.field.storage;
+    }
+    switch (format.kind) {
+        case CellFormat::Kind::Text:
+            return column.field.translations.empty() ? Storage::Text : Storage::Integer;
+        case CellFormat::Kind::Boolean:
+            return Storage::Bit;
+        case CellFormat::Kind::Whole:
+            return Storage::Integer;
+        default:
+            break;
+    }
+    if (!guessed || !survey.has_number || survey.has_fraction) {
+        return Storage::Double;
+    }
+    const Range integer = range_of(Storage::Integer);
+    const bool fits =
+        survey.least_whole >= integer.least && survey.greatest_whole <= integer.greatest;
+    return fits ? Storage::Integer : Storage::Int64;
+}
+
+Variable make_variable(const TextColumn& column, std::size_t index, std::string name,
+                       Storage storage, const std::shared_ptr<TextColumns>& columns) {
+    const FieldSpec& field = column.field;
+    Variable variable;
+    variable.name = std::move(name);
+    variable.description = field.description;
+    variable.storage = storage;
+    variable.translations = field.translations;
+    variable.default_number = field.default_number;
+    variable.default_text = field.default_text;
+    const bool holds_words = columns->Format(index).kind == CellFormat::Kind::Text;
+    if (variable.IsClassification()) {
+        // A default may be stated as a code or as its name; callers see both.
+        for (const Translation& translation : variable.translations) {
+            if (translation.name == field.default_text && !field.default_text.empty()) {
+                variable.default_number = static_cast<double>(translation.code);
+            } else if (static_cast<double>(translation.code) == field.default_number) {
+                variable.default_text = translation.name;
+            }
+        }
+    } else if (!variable.IsText() && !std::isnan(field.default_number)) {
+        variable.default_text = number_text(field.default_number);
+    }
+    if (holds_words) {
+        variable.column = std::make_unique<WordColumn>(columns, index, variable.translations);
+    } else {
+        variable.column = std::make_unique<NumberColumn>(columns, index, storage);
+    }
+    return variable;
+}
+
+}  // namespace zol::engine::block
