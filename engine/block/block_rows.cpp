@@ -43,42 +43,54 @@ std::size_t RowPlacing::PlaceOf(std::size_t column) {
     return columns_.size() - 1;
 }
 
+Span RowPlacing::Read(const std::vector<double>& values, std::size_t axis) const {
+    const AxisReading& reading = axes_[axis];
+    Span span{0.0, reading.fixed_size};
+    switch (reading.kind) {
+        case AxisReading::Kind::Same:
+            break;
+        case AxisReading::Kind::Centroid:
+            span.centroid = values[first_[axis]];
+            if (second_[axis] != AxisReading::kNone) {
+                span.size = values[second_[axis]];
+            }
+            break;
+        case AxisReading::Kind::Edges: {
+            const double lower = values[first_[axis]];
+            const double upper = values[second_[axis]];
+            span = {lower + (upper - lower) / 2, upper - lower};
+            break;
+        }
+        case AxisReading::Kind::Index:
+        case AxisReading::Kind::CellNumber:
+            span.centroid = index_of(reading, values[first_[axis]]);
+            break;
+    }
+    return span;
+}
+
+Span RowPlacing::PlaceAxis(const std::vector<double>& values, std::size_t axis) const {
+    Span span = Read(values, axis);
+    span.centroid = span.centroid * axes_[axis].scale + axes_[axis].offset;
+    return span;
+}
+
 Spans RowPlacing::Place(const std::vector<double>& values) const {
     Spans spans;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        const AxisReading& reading = axes_[axis];
-        Span& span = spans[axis];
-        span.size = reading.fixed_size;
-        switch (reading.kind) {
-            case AxisReading::Kind::Same:
-                break;
-            case AxisReading::Kind::Centroid:
-                span.centroid = values[first_[axis]];
-                if (second_[axis] != AxisReading::kNone) {
-                    span.size = values[second_[axis]];
-                }
-                break;
-            case AxisReading::Kind::Edges: {
-                const double lower = values[first_[axis]];
-                const double upper = values[second_[axis]];
-                span = {lower + (upper - lower) / 2, upper - lower};
-                break;
-            }
-            case AxisReading::Kind::Index:
-            case AxisReading::Kind::CellNumber:
-                span.centroid = index_of(reading, values[first_[axis]]);
-                break;
+    if (!rotated_) {
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            spans[axis] = PlaceAxis(values, axis);
         }
-    }
-    if (rotated_) {
-        const geometry::Coord3D model =
-            placement_.ToModel(spans[0].centroid, spans[1].centroid, spans[2].centroid);
-        spans[0].centroid = model.x;
-        spans[1].centroid = model.y;
-        spans[2].centroid = model.z;
+        return spans;
     }
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        spans[axis].centroid = spans[axis].centroid * axes_[axis].scale + axes_[axis].offset;
+        spans[axis] = Read(values, axis);
+    }
+    const geometry::Coord3D model =
+        placement_.ToModel(spans[0].centroid, spans[1].centroid, spans[2].centroid);
+    const std::array<double, 3> turned{model.x, model.y, model.z};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        spans[axis].centroid = turned[axis] * axes_[axis].scale + axes_[axis].offset;
     }
     return spans;
 }

@@ -27,29 +27,44 @@ constexpr std::array<std::string_view, kPredefinedNames.size()> kDescriptions = 
 
 }  // namespace
 
-Catalogue::Catalogue(const Source& source) : source_(source) {
-    for (std::size_t i = 0; i < source.variables.size(); ++i) {
-        Field field;
-        field.kind = Field::Kind::Own;
-        field.variable = i;
-        fields_.emplace(source.variables[i].name, field);
-    }
+Catalogue::Catalogue(const Source& source) : source_(source), entries_(1) {
     for (std::size_t i = 0; i < kPredefinedNames.size(); ++i) {
         Field field;
         field.kind = Field::Kind::Predefined;
         field.predefined = static_cast<Predefined>(i);
-        fields_.insert_or_assign(std::string(kPredefinedNames[i]), field);
+        Add(kPredefinedNames[i], field);
+    }
+    for (const Variable& variable : source.variables) {
+        Field field;
+        field.kind = Field::Kind::Own;
+        field.variable = &variable;
+        Add(variable.name, field);
     }
 }
 
-Field Catalogue::Find(const std::string& name) const {
-    const auto found = fields_.find(name);
-    return found == fields_.end() ? Field{} : found->second;
+void Catalogue::Add(std::string_view name, const Field& field) {
+    if (places_.try_emplace(std::string(name), entries_.size()).second) {
+        entries_.push_back({std::string(name), field, 0});
+    }
+}
+
+const Field& Catalogue::Find(const std::string& name) const {
+    const std::size_t expected = entries_[last_].follower;
+    if (expected != 0 && entries_[expected].name == name) {
+        last_ = expected;
+        return entries_[expected].field;
+    }
+    const auto found = places_.find(name);
+    if (found == places_.end()) {
+        return entries_.front().field;
+    }
+    entries_[last_].follower = found->second;
+    last_ = found->second;
+    return entries_[last_].field;
 }
 
 const Variable* Catalogue::OwnVariable(const std::string& name) const {
-    const Field field = Find(name);
-    return field.kind == Field::Kind::Own ? &source_.variables[field.variable] : nullptr;
+    return Find(name).variable;
 }
 
 std::vector<std::string> Catalogue::Names(int selector) const {

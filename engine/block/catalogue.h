@@ -27,8 +27,8 @@ enum class Predefined {
 struct Field {
     enum class Kind { Unknown, Own, Predefined };
     Kind kind = Kind::Unknown;
-    /// Kind::Own: the variable's place in the source.
-    std::size_t variable = 0;
+    /// Kind::Own: the variable; null otherwise.
+    const Variable* variable = nullptr;
     Predefined predefined = Predefined::CentroidX;
 };
 
@@ -37,7 +37,9 @@ public:
     /// `source` outlives the catalogue and keeps its variables.
     explicit Catalogue(const Source& source);
 
-    Field Find(const std::string& name) const;
+    /// Costs a comparison of texts where the name comes after the one that it came
+    /// after before, as in a loop over blocks; else a look into a table.
+    const Field& Find(const std::string& name) const;
     /// The file's own variable of that name, or null.
     const Variable* OwnVariable(const std::string& name) const;
     /// Names by selector bits, as the model's GetFieldVector takes them: the file's own
@@ -47,8 +49,20 @@ public:
     static std::string_view DescriptionOf(Predefined predefined);
 
 private:
+    struct Entry {
+        std::string name;
+        Field field;
+        /// The entry that was asked for next, the last time.
+        std::size_t follower = 0;
+    };
+
+    void Add(std::string_view name, const Field& field);
+
     const Source& source_;
-    std::unordered_map<std::string, Field> fields_;
+    /// The first one stands for unknown names and has none.
+    mutable std::vector<Entry> entries_;
+    mutable std::size_t last_ = 0;
+    std::unordered_map<std::string, std::size_t> places_;
 };
 
 }  // namespace zol::engine::block

@@ -23,16 +23,24 @@ void Cursor::MoveTo(std::int64_t position) {
     position_ = position >= 0 && position < n_blocks_ ? position : n_blocks_;
 }
 
+const geometry::Extent& Cursor::BlockExtent() const {
+    if (extent_of_ != position_) {
+        extent_ = source_.geometry->BlockExtent(position_);
+        extent_of_ = position_;
+    }
+    return extent_;
+}
+
 geometry::Extent Cursor::Extent() const {
     const NearestRounding rounding;
-    return IsEof() ? kNoExtent : source_.geometry->BlockExtent(position_);
+    return IsEof() ? kNoExtent : BlockExtent();
 }
 
 double Cursor::Compute(Predefined predefined) const {
     if (predefined == Predefined::BlockIndex) {
         return static_cast<double>(position_);
     }
-    const geometry::Extent box = source_.geometry->BlockExtent(position_);
+    const geometry::Extent& box = BlockExtent();
     switch (predefined) {
         case Predefined::CentroidX:
             return box.x0 + (box.x1 - box.x0) / 2;
@@ -52,7 +60,7 @@ double Cursor::Compute(Predefined predefined) const {
 }
 
 double Cursor::Number(const std::string& name) const {
-    const Field field = catalogue_.Find(name);
+    const Field& field = catalogue_.Find(name);
     if (IsEof() || field.kind == Field::Kind::Unknown) {
         return kMissing;
     }
@@ -60,7 +68,7 @@ double Cursor::Number(const std::string& name) const {
     if (field.kind == Field::Kind::Predefined) {
         return Compute(field.predefined);
     }
-    const Variable& variable = source_.variables[field.variable];
+    const Variable& variable = *field.variable;
     const double value = variable.column->Number(position_);
     return std::isnan(value) ? variable.default_number : value;
 }
@@ -75,7 +83,7 @@ std::string Cursor::NameOfCode(const Variable& variable, double code) const {
 }
 
 std::string Cursor::Text(const std::string& name) const {
-    const Field field = catalogue_.Find(name);
+    const Field& field = catalogue_.Find(name);
     if (IsEof() || field.kind == Field::Kind::Unknown) {
         return {};
     }
@@ -83,7 +91,7 @@ std::string Cursor::Text(const std::string& name) const {
     if (field.kind == Field::Kind::Predefined) {
         return number_text(Compute(field.predefined));
     }
-    const Variable& variable = source_.variables[field.variable];
+    const Variable& variable = *field.variable;
     std::string text = variable.IsClassification()
                            ? NameOfCode(variable, variable.column->Number(position_))
                            : variable.column->Text(position_);

@@ -29,6 +29,7 @@ public:
     geometry::Extent Extent() const;
 
 private:
+    const geometry::Extent& BlockExtent() const;
     double Compute(Predefined predefined) const;
     std::string NameOfCode(const Variable& variable, double code) const;
 
@@ -36,6 +37,9 @@ private:
     const Catalogue& catalogue_;
     std::int64_t n_blocks_;
     std::int64_t position_ = 0;
+    // The extent of one block is asked for up to seven times by its predefined variables.
+    mutable std::int64_t extent_of_ = -1;
+    mutable geometry::Extent extent_{0, 0, 0, 0, 0, 0};
 };
 
 }  // namespace zol::engine::block

@@ -157,9 +157,9 @@ std::vector<std::string> Model::GetFieldVector(int selector) const {
 }
 
 bool Model::IsNumber(const std::string& name) const {
-    const Field field = state_->catalogue.Find(name);
+    const Field& field = state_->catalogue.Find(name);
     return field.kind == Field::Kind::Predefined ||
-           (field.kind == Field::Kind::Own && !state_->source.variables[field.variable].IsText());
+           (field.kind == Field::Kind::Own && !field.variable->IsText());
 }
 
 bool Model::IsString(const std::string& name) const {
@@ -182,10 +182,10 @@ std::string Model::GetFieldDefaultString(const std::string& name) const {
 }
 
 std::string Model::GetFieldDescription(const std::string& name) const {
-    const Field field = state_->catalogue.Find(name);
+    const Field& field = state_->catalogue.Find(name);
     switch (field.kind) {
         case Field::Kind::Own:
-            return state_->source.variables[field.variable].description;
+            return field.variable->description;
         case Field::Kind::Predefined:
             return std::string(engine::block::Catalogue::DescriptionOf(field.predefined));
         case Field::Kind::Unknown:
@@ -195,11 +195,10 @@ std::string Model::GetFieldDescription(const std::string& name) const {
 }
 
 std::string Model::GetFieldType(const std::string& name) const {
-    const Field field = state_->catalogue.Find(name);
+    const Field& field = state_->catalogue.Find(name);
     switch (field.kind) {
         case Field::Kind::Own:
-            return std::string(
-                engine::block::storage_name(state_->source.variables[field.variable].storage));
+            return std::string(engine::block::storage_name(field.variable->storage));
         case Field::Kind::Predefined: {
             const bool counts = field.predefined == engine::block::Predefined::BlockIndex;
             return counts ? "int64" : "double";

@@ -27,10 +27,13 @@ public:
     double ConstantValue(std::size_t i) const { return constant_values_[i]; }
 
 private:
+    void AddTurned(Spans spans);
+
     RowPlacing placing_;
     Constants constants_;
     std::array<double, 6> constant_values_{};
     bool first_row_ = true;
+    std::vector<double> last_values_;
     std::array<SpanSet, 3> spans_;
 };
 

@@ -79,12 +79,11 @@ bool MissingTexts::IsListed(std::string_view text) const {
     return std::find(texts_.begin(), texts_.end(), text) != texts_.end();
 }
 
-bool MissingTexts::HasNumber(const Decimal& number) const {
-    return !numbers_.empty() &&
-           std::find(numbers_.begin(), numbers_.end(), number.Value()) != numbers_.end();
+bool MissingTexts::IsListedNumber(const Decimal& number) const {
+    return std::find(numbers_.begin(), numbers_.end(), number.Value()) != numbers_.end();
 }
 
-CellContent read_cell(const TextCell& cell, const CellFormat& format, Decimal& number) {
+CellContent read_any_cell(const TextCell& cell, const CellFormat& format, Decimal& number) {
     const std::string_view text = trimmed(cell.Raw());
     if (format.missing.HasText(text)) {
         return CellContent::Missing;

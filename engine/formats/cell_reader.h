@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "engine/formats/decimal.h"
+#include "engine/formats/short_decimal.h"
 #include "engine/formats/text_dialect.h"
 
 namespace zol::engine {
@@ -25,10 +26,12 @@ public:
                    ? empty_
                    : first_.test(static_cast<unsigned char>(text.front())) && IsListed(text);
     }
-    bool HasNumber(const Decimal& number) const;
+    bool HasNumbers() const { return !numbers_.empty(); }
+    bool HasNumber(const Decimal& number) const { return HasNumbers() && IsListedNumber(number); }
 
 private:
     bool IsListed(std::string_view text) const;
+    bool IsListedNumber(const Decimal& number) const;
 
     std::vector<std::string> texts_;
     std::vector<double> numbers_;
@@ -60,12 +63,25 @@ struct CellFormat {
     MissingTexts missing = MissingTexts::Usual();
     std::int64_t least = 0;
     std::int64_t greatest = 0;
+
+    /// Numbers of its cells are digits with a decimal point, and nothing around them.
+    bool HasUsualNumbers() const {
+        return bare_number && group_mark == 0 && kind != Kind::Text && kind != Kind::Boolean;
+    }
 };
 
 enum class CellContent { Missing, Number, Text };
 
 /// Reads one cell; fills `number` when it is one. A cell of a Text column is Text or Missing.
-CellContent read_cell(const TextCell& cell, const CellFormat& format, Decimal& number);
+CellContent read_any_cell(const TextCell& cell, const CellFormat& format, Decimal& number);
+
+/// The same for a cell of a TextBlocks::Text, with a short cut for usual numbers.
+inline CellContent read_cell(const TextCell& cell, const CellFormat& format, Decimal& number) {
+    const bool is_usual = format.HasUsualNumbers() &&
+                          read_short_decimal(cell.begin, cell.end, format.decimal_point, number) &&
+                          !format.missing.HasNumber(number);
+    return is_usual ? CellContent::Number : read_any_cell(cell, format, number);
+}
 
 /// The whole number that a decimal is; false when it has a fractional part or is
 /// beyond 64 bits.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "engine/formats/special_bytes.h"
+
 namespace zol::engine {
 
 namespace {
@@ -12,14 +14,22 @@ bool all_blank(const char* from, const char* to) {
 
 }  // namespace
 
-RowReader::RowReader(std::string_view text, const TextDialect& dialect)
-    : text_(text),
-      end_(text.data() + text.size()),
-      dialect_(dialect),
-      specials_(text.data(), end_, dialect.row_end, dialect.delimiter,
-                dialect.quote != 0 ? dialect.quote : dialect.row_end),
-      row_(text.data()),
-      next_row_(text.data()) {}
+RowReader::RowReader(std::string_view text, const TextDialect& dialect) : dialect_(dialect) {
+    Restart(text);
+}
+
+void RowReader::Restart(std::string_view text) {
+    text_ = text;
+    end_ = text.data() + text.size();
+    row_ = text.data();
+    next_row_ = text.data();
+    closed_ = false;
+    next_place_ = 0;
+    const char quote = dialect_.quote != 0 ? dialect_.quote : dialect_.row_end;
+    if (!dialect_.ByBlanks()) {
+        find_special_bytes(text, {dialect_.row_end, dialect_.delimiter, quote}, places_);
+    }
+}
 
 RowReader::Outcome RowReader::Next(CellList& cells) {
     while (next_row_ != end_) {
@@ -52,7 +62,7 @@ void RowReader::PassOverRow(const char* from) {
         next_row_ = std::find(from, end_, dialect_.row_end);
     } else {
         do {
-            next_row_ = specials_.Next();
+            next_row_ = NextSpecial();
         } while (next_row_ != end_ && *next_row_ != dialect_.row_end);
     }
     closed_ = next_row_ != end_;
@@ -62,7 +72,7 @@ void RowReader::PassOverRow(const char* from) {
 RowReader::Outcome RowReader::ReadDelimited(CellList& cells) {
     const char* begin = row_;
     for (;;) {
-        const char* at = specials_.Next();
+        const char* at = NextSpecial();
         if (at != end_ && dialect_.quote != 0 && *at == dialect_.quote) {
             // A quote opens a text only at the start of its cell; elsewhere it is a character.
             if (!all_blank(begin, at)) {
@@ -72,7 +82,7 @@ RowReader::Outcome RowReader::ReadDelimited(CellList& cells) {
             if (close == end_) {
                 return Outcome::OpenQuote;
             }
-            const char* stop = specials_.Next();
+            const char* stop = NextSpecial();
             if (!all_blank(close + 1, stop)) {
                 return Outcome::TextBehindQuote;
             }
@@ -92,7 +102,7 @@ RowReader::Outcome RowReader::ReadDelimited(CellList& cells) {
 
 const char* RowReader::ClosingQuote(const char* from) {
     for (;;) {
-        const char* at = specials_.Next();
+        const char* at = NextSpecial();
         if (at == end_) {
             return end_;
         }
@@ -109,7 +119,7 @@ const char* RowReader::ClosingQuote(const char* from) {
             }
         }
         if (dialect_.double_quote && at + 1 != end_ && at[1] == dialect_.quote) {
-            specials_.Next();
+            NextSpecial();
             continue;
         }
         return at;

@@ -2,19 +2,23 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
-#include "engine/formats/special_bytes.h"
 #include "engine/formats/text_dialect.h"
 
 namespace zol::engine {
 
-/// Reads the rows of a text that begins at the start of a row. Empty rows, rows of
-/// blanks and comments are passed over. The text outlives the reader and its cells.
+/// Reads the rows of a text, shorter than 4 GiB, that begins at the start of a row.
+/// Empty rows, rows of blanks and comments are passed over. The text outlives the
+/// reader's use of it, and its cells.
 class RowReader {
 public:
     RowReader(std::string_view text, const TextDialect& dialect);
+
+    /// Goes on with another text of the same dialect, in the memory of the first.
+    void Restart(std::string_view text);
 
     enum class Outcome {
         Row,
@@ -45,12 +49,20 @@ private:
     bool IsPassedOver(const CellList& cells) const;
     const char* CellEnd(const char* at) const;
 
+    // The next separator, quote or row end; the end of the text when there is none.
+    const char* NextSpecial() {
+        const char* place = text_.data() + places_[next_place_];
+        next_place_ += place != end_ ? 1 : 0;
+        return place;
+    }
+
     std::string_view text_;
-    const char* end_;
+    const char* end_ = nullptr;
     TextDialect dialect_;
-    SpecialBytes specials_;
-    const char* row_;
-    const char* next_row_;
+    std::vector<std::uint32_t> places_;
+    std::size_t next_place_ = 0;
+    const char* row_ = nullptr;
+    const char* next_row_ = nullptr;
     bool closed_ = false;
 };
 

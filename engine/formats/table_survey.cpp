@@ -14,6 +14,16 @@ namespace {
 constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 constexpr std::size_t kNotWatched = std::numeric_limits<std::size_t>::max();
 
+// How closely the cells of a column have to be looked at.
+enum class Look : std::uint8_t { None, Glance, Full };
+
+// What a row needs to know of a column, small enough to stay near.
+struct Plan {
+    std::size_t watch_place = kNotWatched;
+    char point = '.';
+    Look look = Look::Full;
+};
+
 // One worker's part of the survey.
 class Surveyor {
 public:
@@ -22,12 +32,23 @@ public:
         : blocks_(blocks),
           formats_(formats),
           watched_(watched),
-          watch_place_(formats.size(), kNotWatched),
+          plans_(formats.size()),
           values_(watched.size()),
           columns_(formats.size()),
+          reader_({}, blocks.Dialect()),
           watcher_(std::move(watcher)) {
+        for (std::size_t i = 0; i < formats.size(); ++i) {
+            const CellFormat& format = formats[i];
+            plans_[i].point = format.decimal_point;
+            plans_[i].look = format.kind == CellFormat::Kind::Text    ? Look::None
+                             : format.kind != CellFormat::Kind::Guess ? Look::Full
+                             : format.HasUsualNumbers() && !format.missing.HasNumbers()
+                                 ? Look::Glance
+                                 : Look::Full;
+        }
         for (std::size_t i = 0; i < watched.size(); ++i) {
-            watch_place_[watched[i]] = i;
+            plans_[watched[i]].watch_place = i;
+            plans_[watched[i]].look = Look::Full;
         }
     }
 
@@ -39,19 +60,19 @@ public:
                      std::to_string(text.offset + static_cast<std::uint64_t>(at)) +
                      "; this is no text table");
         }
-        RowReader reader(text.rows, blocks_.Dialect());
+        reader_.Restart(text.rows);
         std::size_t rows = 0;
         for (;; ++rows) {
-            switch (reader.Next(cells_)) {
+            switch (reader_.Next(cells_)) {
                 case RowReader::Outcome::Row:
-                    ReadRow(text, reader.RowBegin());
+                    ReadRow(text, reader_.RowBegin());
                     break;
                 case RowReader::Outcome::End:
                     return rows;
                 case RowReader::Outcome::OpenQuote:
-                    Fail(text, reader.RowBegin(), "a quote is opened and never closed");
+                    Fail(text, reader_.RowBegin(), "a quote is opened and never closed");
                 case RowReader::Outcome::TextBehindQuote:
-                    Fail(text, reader.RowBegin(), "text stands behind a closing quote");
+                    Fail(text, reader_.RowBegin(), "text stands behind a closing quote");
             }
         }
     }
@@ -77,29 +98,20 @@ private:
         if (cells_.size() != formats_.size()) {
             CheckLength(text, row_begin);
         }
-        for (std::size_t i = 0; i < formats_.size(); ++i) {
-            const std::size_t place = watch_place_[i];
-            const CellFormat& format = formats_[i];
-            const bool settled = columns_[i].has_text && format.kind == CellFormat::Kind::Guess;
-            if (place == kNotWatched && (settled || format.kind == CellFormat::Kind::Text)) {
+        for (std::size_t i = 0; i < plans_.size(); ++i) {
+            const Plan& plan = plans_[i];
+            if (plan.look == Look::None) {
                 continue;
             }
-            Decimal number;
-            const CellContent content = read_cell(cells_[i], format, number);
-            if (content == CellContent::Number) {
-                columns_[i].Add(number);
-                CheckWhole(text, row_begin, i, number);
-            } else if (content == CellContent::Text) {
-                const bool must_be_number =
-                    place != kNotWatched || format.kind != CellFormat::Kind::Guess;
-                if (must_be_number) {
-                    FailInColumn(text, row_begin, i, shown(cells_[i].Raw()) + " is not a number");
+            if (plan.look == Look::Glance) {
+                const Glance glance = glance_at(cells_[i].begin, cells_[i].end, plan.point);
+                if (glance != Glance::Other) {
+                    columns_[i].has_number = true;
+                    columns_[i].has_fraction |= glance == Glance::Fraction;
+                    continue;
                 }
-                columns_[i].has_text = true;
             }
-            if (place != kNotWatched) {
-                values_[place] = content == CellContent::Number ? number.Value() : kMissing;
-            }
+            ReadCell(text, row_begin, i);
         }
         if (watcher_) {
             std::size_t column = 0;
@@ -107,6 +119,27 @@ private:
                 const TextCell& cell = cells_[watched_[column]];
                 FailInColumn(text, row_begin, watched_[column], shown(cell.Raw()) + ' ' + fault);
             }
+        }
+    }
+
+    void ReadCell(const TextBlocks::Text& text, std::size_t row_begin, std::size_t i) {
+        const CellFormat& format = formats_[i];
+        Plan& plan = plans_[i];
+        Decimal number;
+        const CellContent content = read_cell(cells_[i], format, number);
+        if (content == CellContent::Number) {
+            columns_[i].Add(number);
+            CheckWhole(text, row_begin, i, number);
+        } else if (content == CellContent::Text) {
+            if (plan.watch_place != kNotWatched || format.kind != CellFormat::Kind::Guess) {
+                FailInColumn(text, row_begin, i, shown(cells_[i].Raw()) + " is not a number");
+            }
+            // One text makes it a column of texts, whatever follows.
+            columns_[i].has_text = true;
+            plan.look = Look::None;
+        }
+        if (plan.watch_place != kNotWatched) {
+            values_[plan.watch_place] = content == CellContent::Number ? number.Value() : kMissing;
         }
     }
 
@@ -140,10 +173,11 @@ private:
     const TextBlocks& blocks_;
     const std::vector<CellFormat>& formats_;
     const std::vector<std::size_t>& watched_;
-    std::vector<std::size_t> watch_place_;
+    std::vector<Plan> plans_;
     std::vector<double> values_;
     CellList cells_;
     std::vector<ColumnSurvey> columns_;
+    RowReader reader_;
     std::unique_ptr<RowWatcher> watcher_;
 };
 

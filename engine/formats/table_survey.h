@@ -20,8 +20,9 @@ struct ColumnSurvey {
     bool has_number = false;
     /// A number with a fractional part, an exponent or a decimal point.
     bool has_fraction = false;
-    std::int64_t least_whole = std::numeric_limits<std::int64_t>::max();
-    std::int64_t greatest_whole = std::numeric_limits<std::int64_t>::min();
+    /// Of those that have ten digits or more; 0 where there was none.
+    std::int64_t least_whole = 0;
+    std::int64_t greatest_whole = 0;
 
     void Add(const Decimal& number);
     void Merge(const ColumnSurvey& other);

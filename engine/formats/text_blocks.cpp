@@ -8,6 +8,7 @@
 #include "engine/formats/parallel.h"
 #include "engine/formats/read_error.h"
 #include "engine/formats/row_reader.h"
+#include "engine/formats/short_decimal.h"
 
 namespace zol::engine {
 
@@ -18,6 +19,10 @@ namespace {
 constexpr std::size_t kBlockBytes = std::size_t{256} << 10;
 // A row beyond this is no row of a table, but a file without row ends or quotes that close.
 constexpr std::size_t kLongestRow = std::size_t{64} << 20;
+
+char* rows_in(std::vector<char>& buffer) {
+    return buffer.data() + kBytesBefore;
+}
 
 }  // namespace
 
@@ -51,15 +56,15 @@ std::size_t TextBlocks::WholeRows(std::string_view text, std::uint64_t offset) c
 
 bool TextBlocks::Cut(std::uint64_t offset, std::vector<char>& buffer, std::size_t& length) const {
     for (std::size_t size = kBlockBytes;; size *= 4) {
-        if (buffer.size() < size) {
-            buffer.resize(size);
+        if (buffer.size() < kBytesBefore + size) {
+            buffer.resize(kBytesBefore + size);
         }
-        const std::size_t got = file_->ReadAt(offset, buffer.data(), size);
+        const std::size_t got = file_->ReadAt(offset, rows_in(buffer), size);
         if (got < size) {
             length = got;
             return got > 0;
         }
-        length = WholeRows({buffer.data(), got}, offset);
+        length = WholeRows({rows_in(buffer), got}, offset);
         if (length > 0) {
             return true;
         }
@@ -96,7 +101,7 @@ void TextBlocks::ReadAll(unsigned workers, const Visit& visit) {
                     return;
                 }
                 text.offset = next_offset;
-                text.rows = {buffer.data(), length};
+                text.rows = {rows_in(buffer), length};
                 blocks_.push_back({next_offset, length, 0});
                 row_counts.push_back(0);
                 next_offset += length;
@@ -145,11 +150,11 @@ TextBlocks::Text TextBlocks::Load(std::size_t block, std::vector<char>& buffer) 
         throw ReadError("the file has changed since it was opened; its values are missing now");
     }
     const Block& place = blocks_[block];
-    buffer.resize(std::max(buffer.size(), place.bytes));
-    if (file_->ReadAt(place.offset, buffer.data(), place.bytes) != place.bytes) {
+    buffer.resize(std::max(buffer.size(), kBytesBefore + place.bytes));
+    if (file_->ReadAt(place.offset, rows_in(buffer), place.bytes) != place.bytes) {
         throw ReadError("the file became shorter while it was read");
     }
-    return {block, place.offset, {buffer.data(), place.bytes}};
+    return {block, place.offset, {rows_in(buffer), place.bytes}};
 }
 
 std::uint64_t TextBlocks::LineOf(std::uint64_t offset) const {

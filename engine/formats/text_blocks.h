@@ -23,6 +23,7 @@ public:
     struct Text {
         std::size_t block;
         std::uint64_t offset;
+        /// The kBytesBefore bytes in front may be read too, but say nothing.
         std::string_view rows;
     };
     /// Takes a block's text apart in worker number `worker` and gives its count of rows.
