@@ -1,0 +1,43 @@
+#include "tools/zol/number_text.h"
+
+#include <charconv>
+#include <cmath>
+#include <iterator>
+
+namespace zol::tool {
+
+namespace {
+
+template <class Real>
+NumberText shortest(Real value) {
+    const Real size = std::abs(value);
+    const bool is_plain = size == 0 || (size >= Real(1e-5) && size < Real(1e16));
+    const auto format = is_plain ? std::chars_format::fixed : std::chars_format::scientific;
+    NumberText text;
+    const auto end =
+        std::to_chars(std::begin(text.characters), std::end(text.characters), value, format);
+    text.length = static_cast<unsigned char>(end.ptr - text.characters);
+    return text;
+}
+
+}  // namespace
+
+NumberText number_text(double value) {
+    return shortest(value);
+}
+
+NumberText number_text(float value) {
+    return shortest(value);
+}
+
+std::optional<double> parse_number(std::string_view text) {
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+}  // namespace zol::tool

@@ -1,0 +1,49 @@
+#include "tools/zol/open_model.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "tools/zol/exit_codes.h"
+
+namespace zol::tool {
+
+namespace {
+
+constexpr const char* kDiagnostics = "ZOL_DIAGNOSTICS";
+constexpr const char* kFormats =
+    "formats read are delimited text (CSV and its relatives, GEO-EAS) and OMF 1.";
+
+bool exists(const std::string& file) {
+    std::error_code ignored;
+    return std::filesystem::exists(file, ignored);
+}
+
+/// Whether there is a file of this name, or of its part before the last '#', which
+/// then names an element in the file.
+bool is_there(const std::string& file) {
+    const std::size_t mark = file.rfind('#');
+    return exists(file) || (mark != std::string::npos && exists(file.substr(0, mark)));
+}
+
+}  // namespace
+
+void turn_diagnostics_on() {
+    constexpr int kKeepWhatIsSet = 0;
+    setenv(kDiagnostics, "stderr", kKeepWhatIsSet);
+}
+
+std::unique_ptr<BlockModel> open_model(const std::string& file) {
+    if (!is_there(file)) throw ReadFailure("there is no file '" + file + "'.");
+    try {
+        return std::make_unique<BlockModel>(file);
+    } catch (const ReadFailure& failure) {
+        const char* channel = std::getenv(kDiagnostics);
+        const bool is_reason_told = channel != nullptr && std::string_view(channel) == "stderr";
+        if (is_reason_told) throw ReadFailure(kFormats);
+        throw ReadFailure(std::string(failure.what()) + "\n" + kFormats);
+    }
+}
+
+}  // namespace zol::tool

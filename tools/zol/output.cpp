@@ -1,0 +1,31 @@
+#include "tools/zol/output.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "tools/zol/exit_codes.h"
+
+namespace zol::tool {
+
+Output::Output() {
+    buffer_.reserve(2 * kFlushAt);
+}
+
+void Output::Flush() {
+    std::string_view rest = buffer_;
+    while (!rest.empty()) {
+        const ssize_t written = ::write(STDOUT_FILENO, rest.data(), rest.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) {
+            const int error = errno;
+            throw WriteFailure("can't write the output: " + std::generic_category().message(error),
+                               error == EPIPE);
+        }
+        rest.remove_prefix(static_cast<std::size_t>(written));
+    }
+    buffer_.clear();
+}
+
+}  // namespace zol::tool

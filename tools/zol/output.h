@@ -1,0 +1,32 @@
+// Standard output, buffered, with every failure noticed.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zol::tool {
+
+class Output {
+public:
+    Output();
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+    /// Drops what was not flushed: a command that ends well calls Flush.
+    ~Output() = default;
+
+    /// Throws WriteFailure when the system doesn't take the bytes.
+    void Write(std::string_view text) {
+        buffer_.append(text);
+        if (buffer_.size() >= kFlushAt) Flush();
+    }
+    void Write(char character) { buffer_.push_back(character); }
+
+    void Flush();
+
+private:
+    static constexpr std::size_t kFlushAt = 1 << 16;
+
+    std::string buffer_;
+};
+
+}  // namespace zol::tool
