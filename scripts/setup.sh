@@ -6,7 +6,7 @@ set -euo pipefail
 
 base=(g++ cmake ninja-build ccache pkg-config python3 binutils
     libgtest-dev libgmock-dev libcli11-dev rapidjson-dev libdeflate-dev libfast-float-dev
-    zlib1g-dev)
+    zlib1g-dev locales)
 lint=(clang-format clang-tidy)
 bench=(libbenchmark-dev libgdal-dev python3-pandas python3-numpy)
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace zol::engine::block {
@@ -12,6 +13,11 @@ namespace zol::engine::block {
 /// Sizes and centroids come rounded: what is closer than this part of a parent is the
 /// same place.
 inline constexpr double kLatticeTolerance = 1e-4;
+
+/// "x" for axis 0, as messages name it.
+inline std::string axis_letter(std::size_t axis) {
+    return std::string(1, static_cast<char>('x' + axis));
+}
 
 /// A block's place along one axis.
 struct Span {

@@ -8,8 +8,6 @@ namespace zol::engine::block {
 
 namespace {
 
-constexpr double kMissingSize = 0.0;
-
 double index_of(const AxisReading& axis, double number) {
     if (axis.kind == AxisReading::Kind::Index) {
         return number;
@@ -121,7 +119,7 @@ const char* RowPlacing::Fault(const std::vector<double>& values, std::size_t axi
     if (!std::isfinite(size) || !std::isfinite(first + size) || !std::isfinite(first - size)) {
         return edges ? "is no coordinate" : "is no size of a block";
     }
-    if (!(size > kMissingSize)) {
+    if (!(size > 0)) {
         return edges ? "is not above the lower edge" : "is not a size above 0";
     }
     return nullptr;

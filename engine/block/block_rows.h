@@ -44,6 +44,9 @@ struct AxisReading {
     std::int64_t first_number = 0;
     std::int64_t divisor = 1;
     std::int64_t modulus = 1;
+
+    /// Its numbers count cells.
+    bool IsIndex() const { return kind == Kind::Index || kind == Kind::CellNumber; }
 };
 
 using AxisReadings = std::array<AxisReading, 3>;

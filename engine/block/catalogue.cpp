@@ -27,14 +27,21 @@ constexpr std::array<std::string_view, kPredefinedNames.size()> kDescriptions = 
 
 }  // namespace
 
-Catalogue::Catalogue(const Source& source) : source_(source), entries_(1) {
+Catalogue::Catalogue(const Source& source) : source_(source) {
+    Restart();
+}
+
+void Catalogue::Restart() {
+    places_.clear();
+    entries_.assign(1, {});
+    last_ = 0;
     for (std::size_t i = 0; i < kPredefinedNames.size(); ++i) {
         Field field;
         field.kind = Field::Kind::Predefined;
         field.predefined = static_cast<Predefined>(i);
         Add(kPredefinedNames[i], field);
     }
-    for (const Variable& variable : source.variables) {
+    for (const Variable& variable : source_.variables) {
         Field field;
         field.kind = Field::Kind::Own;
         field.variable = &variable;

@@ -37,6 +37,9 @@ public:
     /// `source` outlives the catalogue and keeps its variables.
     explicit Catalogue(const Source& source);
 
+    /// Takes notice that the source has changed.
+    void Restart();
+
     /// Costs a comparison of texts where the name comes after the one that it came
     /// after before, as in a loop over blocks; else a look into a table.
     const Field& Find(const std::string& name) const;

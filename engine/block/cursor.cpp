@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/formats/floating_point.h"
 #include "engine/formats/number_text.h"
-#include "engine/formats/rounding.h"
 
 namespace zol::engine::block {
 
@@ -15,9 +15,15 @@ const geometry::Extent kNoExtent{0, 0, 0, 0, 0, 0};
 }  // namespace
 
 Cursor::Cursor(const Source& source, const Catalogue& catalogue)
-    : source_(source),
-      catalogue_(catalogue),
-      n_blocks_(source.geometry ? source.geometry->NBlocks() : 0) {}
+    : source_(source), catalogue_(catalogue) {
+    Restart();
+}
+
+void Cursor::Restart() {
+    n_blocks_ = source_.geometry ? source_.geometry->NBlocks() : 0;
+    position_ = 0;
+    extent_of_ = -1;
+}
 
 void Cursor::MoveTo(std::int64_t position) {
     position_ = position >= 0 && position < n_blocks_ ? position : n_blocks_;
@@ -32,7 +38,7 @@ const geometry::Extent& Cursor::BlockExtent() const {
 }
 
 geometry::Extent Cursor::Extent() const {
-    const NearestRounding rounding;
+    const UsualFloatingPoint usual;
     return IsEof() ? kNoExtent : BlockExtent();
 }
 
@@ -64,13 +70,16 @@ double Cursor::Number(const std::string& name) const {
     if (IsEof() || field.kind == Field::Kind::Unknown) {
         return kMissing;
     }
-    const NearestRounding rounding;
+    const UsualFloatingPoint usual;
     if (field.kind == Field::Kind::Predefined) {
         return Compute(field.predefined);
     }
     const Variable& variable = *field.variable;
     const double value = variable.column->Number(position_);
-    return std::isnan(value) ? variable.default_number : value;
+    if (std::isnan(value) && !variable.column->IsLost(position_)) {
+        return variable.default_number;
+    }
+    return value;
 }
 
 std::string Cursor::NameOfCode(const Variable& variable, double code) const {
@@ -87,7 +96,7 @@ std::string Cursor::Text(const std::string& name) const {
     if (IsEof() || field.kind == Field::Kind::Unknown) {
         return {};
     }
-    const NearestRounding rounding;
+    const UsualFloatingPoint usual;
     if (field.kind == Field::Kind::Predefined) {
         return number_text(Compute(field.predefined));
     }
@@ -95,7 +104,10 @@ std::string Cursor::Text(const std::string& name) const {
     std::string text = variable.IsClassification()
                            ? NameOfCode(variable, variable.column->Number(position_))
                            : variable.column->Text(position_);
-    return text.empty() ? variable.default_text : text;
+    if (text.empty() && !variable.column->IsLost(position_)) {
+        return variable.default_text;
+    }
+    return text;
 }
 
 }  // namespace zol::engine::block

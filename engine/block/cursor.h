@@ -17,6 +17,9 @@ public:
     /// Both outlive the cursor. It starts on the first block.
     Cursor(const Source& source, const Catalogue& catalogue);
 
+    /// Takes notice that the source has changed, and starts on its first block.
+    void Restart();
+
     std::int64_t Position() const { return position_; }
     bool IsEof() const { return position_ >= n_blocks_; }
     /// Any number; one outside of the model moves to the end.
@@ -35,7 +38,7 @@ private:
 
     const Source& source_;
     const Catalogue& catalogue_;
-    std::int64_t n_blocks_;
+    std::int64_t n_blocks_ = 0;
     std::int64_t position_ = 0;
     // The extent of one block is asked for up to seven times by its predefined variables.
     mutable std::int64_t extent_of_ = -1;

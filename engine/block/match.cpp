@@ -39,7 +39,7 @@ Position Match::GetPosition() const {
 }
 
 void Match::Close() {
-    state_->cursor.MoveTo(0);
+    state_->cursor.Restart();
 }
 
 }  // namespace zol::model::block

@@ -4,15 +4,15 @@
 
 #include "engine/block/model_state.h"
 #include "engine/formats/diagnostics.h"
+#include "engine/formats/floating_point.h"
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
-#include "engine/formats/rounding.h"
 
 namespace zol::model::block {
 
 namespace {
 
-using engine::NearestRounding;
+using engine::UsualFloatingPoint;
 using engine::block::Field;
 using engine::block::Source;
 using engine::block::Variable;
@@ -25,7 +25,7 @@ constexpr int kNotFound = 1;
 IModel::~IModel() = default;
 
 Model::Model(const std::string& file, std::string mode) {
-    const NearestRounding rounding;
+    const UsualFloatingPoint usual;
     Source source;
     bool is_open = false;
     try {
@@ -48,8 +48,15 @@ bool Model::IsOpen() const {
 }
 
 int Model::Close() {
-    // Files are released at once; what is asked from now on is asked of no block.
-    state_ = std::make_unique<State>(Source{});
+    // Files are released at once; what is asked from now on is asked of no block. The
+    // match stays an object as long as the model is one.
+    state_->source = Source{};
+    state_->catalogue.Restart();
+    state_->cursor.Restart();
+    if (state_->match) {
+        state_->match->Close();
+    }
+    state_->is_open = false;
     return 0;
 }
 
@@ -97,7 +104,7 @@ int Model::SetPosition(const Position& position) {
 }
 
 int Model::FindXyz(double x, double y, double z) {
-    const NearestRounding rounding;
+    const UsualFloatingPoint usual;
     const std::int64_t block =
         state_->source.geometry ? state_->source.geometry->Find({x, y, z}) : -1;
     if (block < 0) {
@@ -123,12 +130,12 @@ geometry::Coord3D Model::GetModelOrientation() const {
 }
 
 geometry::Coord3D Model::ToWorld(double x, double y, double z) const {
-    const NearestRounding rounding;
+    const UsualFloatingPoint usual;
     return state_->source.placement.ToWorld(x, y, z);
 }
 
 geometry::Coord3D Model::ToModel(double x, double y, double z) const {
-    const NearestRounding rounding;
+    const UsualFloatingPoint usual;
     return state_->source.placement.ToModel(x, y, z);
 }
 

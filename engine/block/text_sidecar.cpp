@@ -1,10 +1,5 @@
 #include "engine/block/text_sidecar.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
-
-#include "engine/formats/diagnostics.h"
 #include "engine/formats/file.h"
 #include "engine/formats/read_error.h"
 #include "engine/formats/table_survey.h"
@@ -26,100 +21,12 @@ std::string file_name_of(const std::string& path) {
     return path.substr(folder_of(path).size());
 }
 
-// One character, or none for null and false-like empty texts.
-char character(const JsonValue& value) {
-    const std::string text = value.Text();
-    if (text.size() > 1) {
-        value.Refuse("is " + shown(text) + ", one character is expected");
-    }
-    return text.empty() ? '\0' : text.front();
-}
-
-std::vector<std::string> texts(const JsonValue& list) {
-    std::vector<std::string> all;
-    for (std::size_t i = 0; i < list.Size(); ++i) {
-        all.push_back(list.At(i).Text());
-    }
-    return all;
-}
-
-Triple triple(const JsonValue& value) {
-    const std::vector<double> numbers = value.Numbers(3);
-    if (!std::all_of(numbers.begin(), numbers.end(), [](double n) { return std::isfinite(n); })) {
-        value.Refuse("is not three finite numbers");
-    }
-    return {numbers[0], numbers[1], numbers[2]};
-}
-
-geometry::Coord3D coordinates(const JsonValue& value) {
-    const Triple numbers = triple(value);
-    return {numbers[0], numbers[1], numbers[2]};
-}
-
-Triple sizes(const JsonValue& value) {
-    const Triple numbers = triple(value);
-    if (!std::all_of(numbers.begin(), numbers.end(), [](double n) { return n > 0; })) {
-        value.Refuse("has a size that is not above 0");
-    }
-    return numbers;
-}
-
-Counts counts(const JsonValue& value) {
-    constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
-    if (value.Size() != 3) {
-        value.Refuse("is not a list of three counts");
-    }
-    Counts three{};
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        three[axis] = value.At(axis).Whole();
-        if (three[axis] < 1 || three[axis] > kMost) {
-            value.At(axis).Refuse("is not a count from 1 to " + std::to_string(kMost));
-        }
-    }
-    return three;
-}
-
-std::array<double, 6> extent(const JsonValue& value) {
-    const std::vector<double> numbers = value.Numbers(6);
-    std::array<double, 6> six{};
-    std::copy(numbers.begin(), numbers.end(), six.begin());
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        if (!std::isfinite(six[axis]) || !std::isfinite(six[axis + 3]) ||
-            !(six[axis] < six[axis + 3])) {
-            value.Refuse("is not a lower corner and an upper corner above it");
-        }
-    }
-    return six;
-}
-
 CellFormat::Kind kind_of_type(const JsonValue& type) {
     const std::string name = type.Text();
     return name == "number"    ? CellFormat::Kind::Number
            : name == "integer" ? CellFormat::Kind::Whole
            : name == "boolean" ? CellFormat::Kind::Boolean
                                : CellFormat::Kind::Text;
-}
-
-// A list numbers its texts from 0; an object has the codes as keys.
-std::vector<Translation> translations(const JsonValue& value) {
-    std::vector<Translation> all;
-    if (value.IsList()) {
-        for (std::size_t i = 0; i < value.Size(); ++i) {
-            all.push_back({static_cast<std::int64_t>(i), value.At(i).Text()});
-        }
-        return all;
-    }
-    for (const JsonMember& member : value.Members()) {
-        Decimal code;
-        std::int64_t whole = 0;
-        if (!read_decimal(member.key, '.', code) || !whole_of(code, whole)) {
-            member.value.Refuse("has a key that is no whole number");
-        }
-        all.push_back({whole, member.value.Text()});
-    }
-    std::sort(all.begin(), all.end(),
-              [](const Translation& a, const Translation& b) { return a.code < b.code; });
-    return all;
 }
 
 void read_default(const JsonValue& value, FieldSpec& field) {
@@ -160,16 +67,16 @@ FieldSpec read_field(const JsonValue& value) {
         field.storage = known;
     }
     if (const auto point = value.Find("decimalChar")) {
-        field.decimal_point = character(*point);
+        field.decimal_point = read_character(*point);
     }
     if (const auto group = value.Find("groupChar")) {
-        field.group_mark = character(*group);
+        field.group_mark = read_character(*group);
     }
     if (const auto bare = value.Find("bareNumber")) {
         field.bare_number = bare->Bool();
     }
     if (const auto missing = value.Find("missingValues")) {
-        field.missing = texts(*missing);
+        field.missing = read_texts(*missing);
     }
     if (const auto word = value.Find("block:role")) {
         ColumnRole role;
@@ -179,14 +86,14 @@ FieldSpec read_field(const JsonValue& value) {
         field.role = role;
     }
     if (const auto names = value.Find("block:translations")) {
-        field.translations = translations(*names);
+        field.translations = read_translations(*names);
     } else if (const auto categories = value.Find("categories")) {
-        field.translations = translations(*categories);
+        field.translations = read_translations(*categories);
     } else if (const auto constraints = value.Find("constraints")) {
         // An enumeration of texts names the codes too; one of numbers is a mere constraint.
         const auto words = constraints->Find("enum");
         if (words && words->Size() > 0 && words->At(0).IsText()) {
-            field.translations = translations(*words);
+            field.translations = read_translations(*words);
         }
     }
     if (const auto fallback = value.Find("block:default")) {
@@ -197,23 +104,23 @@ FieldSpec read_field(const JsonValue& value) {
 
 void read_dialect(const JsonValue& value, TextSidecar& sidecar) {
     if (const auto delimiter = value.Find("delimiter")) {
-        const char mark = character(*delimiter);
+        const char mark = read_character(*delimiter);
         if (mark == '\0' || mark == '\n' || mark == '\r' || mark == '"') {
             delimiter->Refuse("can't part cells");
         }
         sidecar.delimiter = mark;
     }
     if (const auto quote = value.Find("quoteChar")) {
-        sidecar.quote = character(*quote);
+        sidecar.quote = read_character(*quote);
     }
     if (const auto doubled = value.Find("doubleQuote")) {
         sidecar.double_quote = doubled->Bool();
     }
     if (const auto escape = value.Find("escapeChar")) {
-        sidecar.escape = character(*escape);
+        sidecar.escape = read_character(*escape);
     }
     if (const auto comment = value.Find("commentChar")) {
-        sidecar.comment = character(*comment);
+        sidecar.comment = read_character(*comment);
     }
     if (const auto missing = value.Find("nullSequence")) {
         sidecar.missing = {"", missing->Text()};
@@ -236,8 +143,8 @@ void read_dialect(const JsonValue& value, TextSidecar& sidecar) {
 }
 
 SchemaFacts read_schema(const JsonValue& value) {
-    const std::array<double, 6> box = extent(value.Get("extent"));
-    const Counts dimensions = counts(value.Get("count"));
+    const std::array<double, 6> box = read_extent(value.Get("extent"));
+    const Counts dimensions = read_counts(value.Get("count"));
     SchemaFacts facts;
     facts.extent = {box[0], box[1], box[2], box[3], box[4], box[5]};
     facts.dimensions = {static_cast<std::int32_t>(dimensions[0]),
@@ -249,8 +156,8 @@ SchemaFacts read_schema(const JsonValue& value) {
     }
     const auto least = value.Find("minimumSize");
     const auto most = value.Find("maximumSize");
-    const Triple minimum = least ? sizes(*least) : cell;
-    const Triple maximum = most ? sizes(*most) : cell;
+    const Triple minimum = least ? read_sizes(*least) : cell;
+    const Triple maximum = most ? read_sizes(*most) : cell;
     facts.minimum_size = {minimum[0], minimum[1], minimum[2]};
     facts.maximum_size = {maximum[0], maximum[1], maximum[2]};
     return facts;
@@ -258,7 +165,7 @@ SchemaFacts read_schema(const JsonValue& value) {
 
 void read_rotation(const JsonValue& value, ModelSpec& model) {
     if (const auto angles = value.Find("rotation")) {
-        model.angles = coordinates(*angles);
+        model.angles = read_coordinates(*angles);
         if (model.angles->x == 0 && model.angles->y == 0 && model.angles->z == 0) {
             model.angles.reset();
         }
@@ -278,7 +185,7 @@ void read_rotation(const JsonValue& value, ModelSpec& model) {
 ModelSpec read_model(const JsonValue& value) {
     ModelSpec model;
     if (const auto origin = value.Find("origin")) {
-        model.origin = coordinates(*origin);
+        model.origin = read_coordinates(*origin);
     }
     read_rotation(value, model);
     if (const auto kind = value.Find("coordinates")) {
@@ -289,16 +196,16 @@ ModelSpec read_model(const JsonValue& value) {
         model.local = word == "local";
     }
     if (const auto size = value.Find("parentSize")) {
-        model.parent_size = sizes(*size);
+        model.parent_size = read_sizes(*size);
     }
     if (const auto size = value.Find("minimumSize")) {
-        model.minimum_size = sizes(*size);
+        model.minimum_size = read_sizes(*size);
     }
     if (const auto count = value.Find("count")) {
-        model.count = counts(*count);
+        model.count = read_counts(*count);
     }
     if (const auto box = value.Find("extent")) {
-        model.extent = extent(*box);
+        model.extent = read_extent(*box);
     }
     if (const auto order = value.Find("order")) {
         model.order = read_cell_order(*order);
@@ -380,7 +287,7 @@ TextSidecar parse_sidecar(const JsonValue& root) {
     }
     if (const auto schema = root.Find("schema")) {
         if (const auto missing = schema->Find("missingValues")) {
-            sidecar.missing = texts(*missing);
+            sidecar.missing = read_texts(*missing);
         }
         if (const auto fields = schema->Find("fields")) {
             for (std::size_t i = 0; i < fields->Size(); ++i) {

@@ -10,14 +10,12 @@
 #include "engine/block/cell_order.h"
 #include "engine/block/header_roles.h"
 #include "engine/block/placement.h"
+#include "engine/block/sidecar_values.h"
 #include "engine/block/source.h"
 #include "engine/block/variable.h"
 #include "engine/formats/cell_reader.h"
 
 namespace zol::engine::block {
-
-using Triple = std::array<double, 3>;
-using Counts = std::array<std::int64_t, 3>;
 
 /// What a sidecar says of one column. What it leaves open is empty.
 struct FieldSpec {

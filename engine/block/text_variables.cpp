@@ -65,6 +65,10 @@ public:
         }
     }
 
+    bool IsLost(std::int64_t block) override {
+        return columns_->IsLost(index_, static_cast<std::uint64_t>(block));
+    }
+
     std::string Text(std::int64_t block) override {
         std::int64_t whole = 0;
         if (is_whole(storage_) &&
@@ -104,6 +108,10 @@ public:
         word_ = columns_->Text(index_, static_cast<std::uint64_t>(block));
         const auto code = codes_.find(word_);
         return code == codes_.end() ? kMissing : code->second;
+    }
+
+    bool IsLost(std::int64_t block) override {
+        return columns_->IsLost(index_, static_cast<std::uint64_t>(block));
     }
 
     std::string Text(std::int64_t block) override {
@@ -224,6 +232,51 @@ Storage settle_storage(const TextColumn& column, const ColumnSurvey& survey, Cel
     return fits ? Storage::Integer : Storage::Int64;
 }
 
+namespace {
+
+// Fills both answers for a missing value from the one that the sidecar states.
+void settle_default(const FieldSpec& field, Variable& variable) {
+    const bool has_text = !field.default_text.empty();
+    const bool has_number = !std::isnan(field.default_number);
+    const auto refuse = [&] {
+        throw ReadError("the sidecar's block:default of the field " + shown(field.name) + " is " +
+                        shown(field.default_text) + ", which is " +
+                        (variable.IsClassification() ? "none of its translations" : "no number"));
+    };
+    if (variable.IsText()) {
+        variable.default_text = has_number ? number_text(field.default_number) : field.default_text;
+        return;
+    }
+    variable.default_number = field.default_number;
+    if (variable.IsClassification()) {
+        // Stated as a code or as its name; callers see both.
+        const auto& names = variable.translations;
+        const auto known = std::find_if(names.begin(), names.end(), [&](const Translation& entry) {
+            return has_text ? entry.name == field.default_text
+                            : static_cast<double>(entry.code) == field.default_number;
+        });
+        if (known != names.end()) {
+            variable.default_number = static_cast<double>(known->code);
+            variable.default_text = known->name;
+            return;
+        }
+        if (has_text) {
+            refuse();
+        }
+    } else if (has_text) {
+        Decimal number;
+        if (!read_decimal(field.default_text, '.', number)) {
+            refuse();
+        }
+        variable.default_number = number.Value();
+    }
+    if (!std::isnan(variable.default_number)) {
+        variable.default_text = number_text(variable.default_number);
+    }
+}
+
+}  // namespace
+
 Variable make_variable(const TextColumn& column, std::size_t index, std::string name,
                        Storage storage, const std::shared_ptr<TextColumns>& columns) {
     const FieldSpec& field = column.field;
@@ -232,22 +285,8 @@ Variable make_variable(const TextColumn& column, std::size_t index, std::string 
     variable.description = field.description;
     variable.storage = storage;
     variable.translations = field.translations;
-    variable.default_number = field.default_number;
-    variable.default_text = field.default_text;
-    const bool holds_words = columns->Format(index).kind == CellFormat::Kind::Text;
-    if (variable.IsClassification()) {
-        // A default may be stated as a code or as its name; callers see both.
-        for (const Translation& translation : variable.translations) {
-            if (translation.name == field.default_text && !field.default_text.empty()) {
-                variable.default_number = static_cast<double>(translation.code);
-            } else if (static_cast<double>(translation.code) == field.default_number) {
-                variable.default_text = translation.name;
-            }
-        }
-    } else if (!variable.IsText() && !std::isnan(field.default_number)) {
-        variable.default_text = number_text(field.default_number);
-    }
-    if (holds_words) {
+    settle_default(field, variable);
+    if (columns->Format(index).kind == CellFormat::Kind::Text) {
         variable.column = std::make_unique<WordColumn>(columns, index, variable.translations);
     } else {
         variable.column = std::make_unique<NumberColumn>(columns, index, storage);

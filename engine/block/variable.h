@@ -34,6 +34,9 @@ public:
 
     /// The number in a block; NaN when it is missing or the column holds texts.
     virtual double Number(std::int64_t block) = 0;
+    /// True when the value of a block could not be read, as opposed to one that is
+    /// missing in the file: nothing may then stand in for it.
+    virtual bool IsLost(std::int64_t /*block*/) { return false; }
     /// The text in a block, a number's as its shortest decimal; empty when missing.
     virtual std::string Text(std::int64_t block) = 0;
 };

@@ -44,6 +44,11 @@ std::string_view TextColumns::Text(std::size_t column, std::uint64_t row) {
     return RunOf(column, row, index).texts.At(index);
 }
 
+bool TextColumns::IsLost(std::size_t column, std::uint64_t row) {
+    std::size_t index = 0;
+    return RunOf(column, row, index).lost;
+}
+
 const TextColumns::Run& TextColumns::RunOf(std::size_t column, std::uint64_t row,
                                            std::size_t& index) {
     Column& asked = columns_[column];
@@ -169,6 +174,7 @@ void TextColumns::MakeMissing(std::size_t first_block, std::size_t behind,
             auto run = std::make_unique<Run>();
             run->numbers = numbers.Finish();
             run->texts = texts.Finish();
+            run->lost = true;
             columns_[column].runs[block] = std::move(run);
         }
     }

@@ -36,6 +36,9 @@ public:
     /// The text of a cell of a Text column, empty when missing. Valid until the next call.
     std::string_view Text(std::size_t column, std::uint64_t row);
 
+    /// True when the file changed before the cell was decoded.
+    bool IsLost(std::size_t column, std::uint64_t row);
+
     const TextBlocks& Blocks() const { return blocks_; }
     const CellFormat& Format(std::size_t column) const { return formats_[column]; }
 
@@ -47,6 +50,7 @@ private:
     struct Run {
         PackedNumbers numbers;
         PackedTexts texts;
+        bool lost = false;
         std::size_t Bytes() const;
     };
     struct Column {

@@ -5,11 +5,22 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <bit>
 #include <cfenv>
 #include <clocale>
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <functional>
+#include <limits>
 #include <string>
+#include <vector>
+
+#if defined(__SSE2__)
+#include <xmmintrin.h>
+#endif
 
 #include "platform/zolBlockExport.h"
 #include "tests/engine/temporary_file.h"
@@ -113,31 +124,117 @@ TEST(Model, KeepsAMatchThatIsEveryBlockUntilItIsNarrowed) {
     EXPECT_EQ(&model.GetMatch(), &match);
 }
 
-TEST(Model, AnswersAlikeInAnyRoundingModeAndLocale) {
-    const auto sum = [] {
-        Model model(kSamples + "/blocks/made_subblocked_semicolon_decimal_comma.csv", "r");
-        double total = 0;
-        std::string texts;
-        for (model.FindFirst(); !model.IsEof(); model.Next()) {
-            total = std::fma(1.0, model.Get("centroid_z") - 27.5, total);
-            texts += model.GetString("au_ppm") + " ";
-        }
-        return texts + std::to_string(total == total ? 1 : 0);
+// Everything that is computed or parsed, to the last bit, on a rotated model with
+// defaults, classifications and missing values.
+std::vector<std::uint64_t> all_answers() {
+    TemporaryFile file(
+        "x;y;z;grade;kind\n-5,05;5,123;5;0,1;OX\n-5,05;15,123;5;;FR\n-15,05;5,123;5;1e-310;?\n");
+    file.WriteSidecar(R"({"schema":{"fields":[{"name":"grade","type":"number","block:default":-0.3},
+        {"name":"kind","type":"string","block:translations":["OX","FR"],"block:default":"OX"}]},
+        "block:model":{"origin":[-0.05,0.123,0],"rotation":[90,0,0],"parentSize":[10,10,10]}})");
+    Model model(file.Path(), "r");
+    std::vector<double> answers;
+    const auto add = [&](const zol::geometry::Coord3D& point) {
+        answers.insert(answers.end(), {point.x, point.y, point.z});
     };
-    const std::string usual = sum();
-    for (const int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
-        std::fesetround(mode);
-        const std::string turned = sum();
-        EXPECT_EQ(std::fegetround(), mode) << "the mode is the caller's";
+    add(model.ToWorld(0.1, 0.2, 0.3));
+    add(model.ToModel(0.1, 0.2, 0.3));
+    for (model.FindFirst(); !model.IsEof(); model.Next()) {
+        for (const char* name :
+             {"grade", "kind", "centroid_x", "centroid_y", "size_z", "volume", "no"}) {
+            answers.push_back(model.Get(name));
+            // Few enough bits to be a double in every rounding mode.
+            answers.push_back(
+                static_cast<double>(std::hash<std::string>{}(model.GetString(name)) >> 16));
+        }
+        answers.push_back(model.GetBlockExtent().GetExtent().y1);
+    }
+    for (const double x : {-5.05, 0.1, 1e300, std::numeric_limits<double>::quiet_NaN()}) {
+        answers.push_back(model.FindWorldXyz(x, 5.2, 5.1));
+        answers.push_back(static_cast<double>(model.GetPosition().value));
+    }
+    std::vector<std::uint64_t> bits;
+    for (const double answer : answers) {
+        bits.push_back(std::bit_cast<std::uint64_t>(answer));
+    }
+    return bits;
+}
+
+TEST(Model, AnswersAlikeInAnyFloatingPointMode) {
+    const std::vector<std::uint64_t> usual = all_answers();
+    ASSERT_GT(usual.size(), 50U);
+    for (const int rounding : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+        std::fesetround(rounding);
+        const std::vector<std::uint64_t> turned = all_answers();
+        EXPECT_EQ(std::fegetround(), rounding) << "the mode is the caller's";
         std::fesetround(FE_TONEAREST);
         EXPECT_EQ(turned, usual);
     }
-    for (const char* locale : {"de_DE.UTF-8", "fr_FR.UTF-8"}) {
-        if (std::setlocale(LC_ALL, locale) != nullptr) {
-            EXPECT_EQ(sum(), usual);
-        }
+    std::fenv_t before;
+    std::fegetenv(&before);
+    std::feclearexcept(FE_ALL_EXCEPT);
+    ::feenableexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW);
+    const std::vector<std::uint64_t> trapping = all_answers();
+    EXPECT_EQ(::fegetexcept(), FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW);
+    std::fesetenv(&before);
+    EXPECT_EQ(trapping, usual);
+#if defined(__SSE2__)
+    const unsigned mode = _mm_getcsr();
+    _mm_setcsr(mode | 0x8040);
+    const std::vector<std::uint64_t> flushing = all_answers();
+    _mm_setcsr(mode);
+    EXPECT_EQ(flushing, usual);
+#endif
+}
+
+TEST(Model, AnswersAlikeInALocaleWithDecimalCommas) {
+    const std::vector<std::uint64_t> usual = all_answers();
+    const TemporaryFile place("");
+    const std::string folder = place.Path() + ".locales";
+    ::mkdir(folder.c_str(), 0700);
+    const std::string make = "localedef -i de_DE -f UTF-8 " + folder + "/de_DE.UTF-8 2>/dev/null";
+    ::setenv("LOCPATH", folder.c_str(), 1);
+    const bool made =
+        std::system(make.c_str()) == 0 && std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
+    std::vector<std::uint64_t> turned;
+    if (made) {
+        EXPECT_STREQ(std::localeconv()->decimal_point, ",");
+        turned = all_answers();
+        std::setlocale(LC_ALL, "C");
     }
-    std::setlocale(LC_ALL, "C");
+    ::unsetenv("LOCPATH");
+    std::filesystem::remove_all(folder);
+    if (!made) {
+        GTEST_SKIP() << "no German locale could be made; is the package locales installed?";
+    }
+    EXPECT_EQ(turned, usual);
+}
+
+TEST(Model, NeverPutsADefaultForWhatCanNoLongerBeRead) {
+    TemporaryFile file("x,y,z,grade,rock\n0.5,0.5,0.5,,\n1.5,1.5,1.5,2,OX\n");
+    file.WriteSidecar(R"({"schema":{"fields":[{"name":"grade","type":"number","block:default":0},
+        {"name":"rock","type":"string","block:default":"none"}]}})");
+    Model lost(file.Path(), "r");
+    Model read(file.Path(), "r");
+    EXPECT_EQ(read.Get("grade"), 0.0);
+    EXPECT_EQ(read.GetString("rock"), "none");
+    file.Rewrite("x,y,z,grade,rock\n0.5,0.5,0.5,7,FR\n");
+    const std::string said = reason_of([&] {
+        EXPECT_TRUE(std::isnan(lost.Get("grade")));
+        EXPECT_EQ(lost.GetString("grade") + lost.GetString("rock"), "");
+    });
+    EXPECT_NE(said.find("has changed"), said.npos) << said;
+}
+
+TEST(Model, OutlivesItsFileTogetherWithItsMatch) {
+    Model model(kSamples + "/blocks/made_subblocked.csv", "r");
+    Match& match = model.GetMatch();
+    EXPECT_EQ(model.Close(), 0);
+    match.Close();
+    EXPECT_FALSE(model.IsOpen());
+    EXPECT_TRUE(model.IsEof() && match.IsEof());
+    EXPECT_TRUE(std::isnan(match.Get("au_ppm")) && std::isnan(model.Get("volume")));
+    EXPECT_EQ(model.Close(), 0);
 }
 
 TEST(Model, SaysWhyAFileDoesNotOpen) {

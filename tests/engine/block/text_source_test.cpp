@@ -1,6 +1,8 @@
 // Tables and their sidecars as block models: layout, catalogue, or the reason why not.
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -224,6 +226,44 @@ TEST(TextSource, RefusesWithAReason) {
          R"({"block:model":{"extent":[0,0,0,15,10,10],"parentSize":[10,10,10]}})",
          "block:model.extent is not a whole number of block:model.parentSize along x"},
     });
+}
+
+TEST(TextSource, SettlesDefaultsByTheKindOfTheField) {
+    struct DefaultCase {
+        const char* field;
+        double number;
+        const char* text;
+    };
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    const DefaultCase cases[] = {
+        {R"("type":"string","block:default":5)", none, "5"},
+        {R"("type":"number","block:default":"-99")", -99, "-99"},
+        {R"("type":"integer","block:default":7)", 7, "7"},
+        {R"("type":"boolean","block:default":true)", 1, "1"},
+        {R"("type":"integer","block:translations":["A","B"],"block:default":1)", 1, "B"},
+        {R"("type":"integer","block:translations":["A","B"],"block:default":"A")", 0, "A"},
+        {R"("type":"integer","block:translations":["A","B"],"block:default":77)", 77, "77"},
+        {R"("type":"number")", none, ""},
+    };
+    const std::string table = "x,y,z,v\n0.5,0.5,0.5,\n1.5,1.5,1.5,1\n";
+    for (const DefaultCase& c : cases) {
+        SCOPED_TRACE(c.field);
+        TemporaryFile file(table);
+        file.WriteSidecar(std::string(R"({"schema":{"fields":[{"name":"v",)") + c.field + "}]}}");
+        const Source source = open_source(file.Path());
+        const Variable& v = source.variables.at(0);
+        EXPECT_TRUE(v.default_number == c.number ||
+                    (std::isnan(v.default_number) && std::isnan(c.number)));
+        EXPECT_EQ(v.default_text, c.text);
+    }
+    check(
+        {{"a default that is no number", table,
+          R"({"schema":{"fields":[{"name":"v","type":"number","block:default":"none"}]}})",
+          "the sidecar's block:default of the field 'v' is 'none', which is no number"},
+         {"a default that is no name", table,
+          R"({"schema":{"fields":[{"name":"v","type":"integer","block:translations":["A"],"block:default":"Z"}]}})",
+          "the sidecar's block:default of the field 'v' is 'Z', which is none of its "
+          "translations"}});
 }
 
 TEST(TextSource, AnswersValues) {
