@@ -1,7 +1,7 @@
 // What the library remembers between calls, apart from the call log's counters.
 //
-// Plain static storage, ready before any code of the library runs, shared by all
-// threads and locked by none.
+// Plain static storage, shared by all threads and locked by none. Static initialisation
+// sets the flags and the slot; it opens no file and calls no library underneath.
 #pragma once
 
 #include <cstdint>

@@ -19,8 +19,17 @@
  *   64-bit result                       the value         -1       -1
  *   handle                              a new handle      NULL     NULL
  *
- * A function that departs from this table says so. A failure puts a text in the one
- * last-error slot, a success empties it. A predicate's -1 is not true: compare with 1.
+ * A function that departs from this table says so. A predicate's -1 is not true: compare
+ * with 1.
+ *
+ * Errors: all functions but those with the prefix ZOL_API_ are guarded. A guarded call that
+ * fails puts a text in the one last-error slot, and one that succeeds empties it.
+ *
+ * Exceptions: nothing is caught. When memory runs out, std::bad_alloc passes through any
+ * guarded call, ZOL_API_StartLogging and ZOL_API_SetErrorMessage to the caller, and ends a
+ * program of plain C. The engine throws nothing else; what a library in its place throws
+ * passes through in the same way. The last-error slot is then as it was, or empty
+ * already. The other functions throw nothing.
  *
  * Arguments: every scalar goes by pointer, inputs too; indices count from 0; no pointer
  * but the handle is tested for NULL. Out-parameters are written on success only, unless
@@ -67,7 +76,8 @@ ZOL_EXPORTED int ZOL_API_Init(void);
 ZOL_EXPORTED void ZOL_API_GetError(char* buffer);
 
 /**
- * Tells whether an error is pending, which is whether the last guarded call failed.
+ * Tells whether an error is pending. Besides a guarded call that failed,
+ * ZOL_API_SetErrorMessage leaves one.
  * Results:
  *   1   an error is pending
  *   0   none is
@@ -91,9 +101,12 @@ ZOL_EXPORTED void ZOL_API_FinishLogging(void);
 /* ---- Block models: open and close ------------------------------------------------- */
 
 /**
- * Opens a block model for reading.
+ * Opens a block model for reading: delimited text, with or without a JSON sidecar, GEO-EAS,
+ * or a volume of OMF version 1. Why a file does not open is told on the diagnostics channel,
+ * which the environment variable ZOL_DIAGNOSTICS turns on (docs/diagnostics.md).
  * file_name in, the name of the file; "file#element" picks one element of a file that holds
- *           several. Borrowed for this call.
+ *           several, and without "#" the first is taken. A file of the whole name goes
+ *           before an element. Borrowed for this call.
  * Results:
  *   a handle  Owned by the caller; end with ZOL_BlockModel_Close
  *   NULL      "ZOL_BlockModel_Open error opening/loading <file_name>", the name exactly as
@@ -252,7 +265,8 @@ ZOL_EXPORTED long long ZOL_BlockModel_NBlocks(BlockModelHandle* handle);
 
 /**
  * The number of original schemas. The first schema counts as original in any case, so the
- * count is never 0.
+ * count is never 0. The three functions below do ask it: where it is not original, the last
+ * index below the count finds nothing.
  * handle    in. Borrowed for this call.
  * Results:
  *   1...  the count
@@ -321,6 +335,11 @@ ZOL_EXPORTED int ZOL_BlockModel_GetSchemaSizes(BlockModelHandle* handle, const i
  * Every block carries a value of each variable. Five lists give their names, in an order
  * that stays the same while the model is open.
  *
+ * A classification is a numeric variable with a table of names for its codes:
+ * ZOL_BlockModel_IsNumber says 1 of it and ZOL_BlockModel_IsString 0. Its number is the code,
+ * its text the name. A code without a name has its decimal for a text. A word of the file
+ * that is not in the table is the text as it stands, and for a number the default, or NaN.
+ *
  * Unknown names are no failure: a variable that the model does not have is no number and no
  * string, has the type code 0, NaN for its default number, empty texts and no translations.
  */
@@ -375,8 +394,7 @@ ZOL_EXPORTED int ZOL_BlockModel_GetPredefinedVariableName(BlockModelHandle* hand
                                                           const int* index, char* buffer);
 
 /**
- * The number of the classification variables. A classification is a coded variable with a
- * table of names: its number is the code, its text the name.
+ * The number of the classification variables.
  * handle    in. Borrowed for this call.
  * Results:
  *   0...  the count
@@ -505,8 +523,9 @@ ZOL_EXPORTED int ZOL_BlockModel_GetVariableType(BlockModelHandle* handle, const 
                                                 int* type);
 
 /**
- * The default value of a numeric variable, which stands for a missing value; NaN when the
- * file states none.
+ * The default value of a variable as a number, which stands for a missing value: of a
+ * classification the code. NaN when the file states none, for a text variable, for a
+ * predefined one and for an unknown name.
  * handle    in. Borrowed for this call.
  * variable  in, name of a variable
  * number    out
@@ -519,8 +538,9 @@ ZOL_EXPORTED int ZOL_BlockModel_GetDefaultNumber(BlockModelHandle* handle, const
                                                  double* number);
 
 /**
- * The default text of a string variable, which stands for a missing value; empty when the
- * file states none.
+ * The default value of a variable as a text, which stands for a missing value: of a number
+ * its decimal ("-99"), of a classification the name of the code ("WASTE"). Empty when the
+ * file states none, for a predefined variable and for an unknown name.
  * handle    in. Borrowed for this call.
  * variable  in, name of a variable
  * buffer    out, 255 bytes, all written; the text is cut at 255
@@ -558,8 +578,9 @@ ZOL_EXPORTED int ZOL_BlockModel_IsNumber(BlockModelHandle* handle, const char* v
 ZOL_EXPORTED int ZOL_BlockModel_IsString(BlockModelHandle* handle, const char* variable);
 
 /* ---- Block models: the cursor -----------------------------------------------------
- * A handle has one cursor. The walk over all blocks is ZOL_BlockModel_FirstBlock, then
- * ZOL_BlockModel_NextBlock until ZOL_BlockModel_IsEof says 1; test it before each read.
+ * A handle has one cursor; a new handle stands on the first block. The walk over all blocks
+ * is ZOL_BlockModel_FirstBlock, then ZOL_BlockModel_NextBlock until ZOL_BlockModel_IsEof says
+ * 1; test it before each read.
  *
  * Past the end, a number is NaN, a text empty and an extent all 0.0. A missing value is the
  * variable's default, and without one NaN or the empty text; so is the value of a variable
@@ -611,7 +632,9 @@ ZOL_EXPORTED long long ZOL_BlockModel_GetPosition(BlockModelHandle* handle);
 
 /**
  * The value of a variable in the current block. For a classification it is the code; for a
- * text it is NaN.
+ * text it is NaN. A value that can no longer be read, since the file was changed while it
+ * was open or its column turns out corrupt, is NaN too and never the default; no error is
+ * pending, and the diagnostics channel gets one line.
  * handle    in. Borrowed for this call.
  * variable  in, name of a variable
  * number    out
@@ -625,7 +648,9 @@ ZOL_EXPORTED int ZOL_BlockModel_GetNumber(BlockModelHandle* handle, const char* 
 
 /**
  * The text of a variable in the current block. For a classification it is the name; for a
- * number it is the shortest decimal that reads back the same.
+ * number it is the shortest decimal that gives the same number of the variable's type, so
+ * that of a float it may be shorter than its double needs. A value that can no longer be
+ * read, as told at ZOL_BlockModel_GetNumber, is the empty text.
  * handle    in. Borrowed for this call.
  * variable  in, name of a variable
  * buffer    out, 255 bytes, all written; the text is cut at 254

@@ -161,7 +161,7 @@ int ZOL_BlockModel_GetTranslationName(BlockModelHandle* handle, const char* vari
 
 int ZOL_BlockModel_GetVariableDescription(BlockModelHandle* handle, const char* variable,
                                           char* buffer) {
-    // Its message has always named a function that does not exist.
+    // Its message names a function that does not exist: that is meant.
     return guarded(
         __func__, kStatus.SpeaksAs("ZOL_BlockModel_GetDescription"), open_model, handle,
         [&](const Model& model) { copy_text(model.GetFieldDescription(variable), buffer); });

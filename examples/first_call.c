@@ -33,8 +33,8 @@ static int print_summary(BlockModelHandle* model) {
     return 0;
 }
 
-/* Prints each variable of the block under the cursor. GetString answers for numbers
- * too: as the shortest decimal that reads back the same. */
+/* Prints each variable of the block under the cursor. GetString answers for numbers too:
+ * as the shortest decimal that gives the same number of the variable's type. */
 static int print_block(BlockModelHandle* model, int variables) {
     for (int index = 0; index < variables; ++index) {
         char name[TEXT_BYTES];

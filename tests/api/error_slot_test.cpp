@@ -6,6 +6,7 @@
 #include <string>
 
 #include "api/zolExportedApi_ReadOnly.hpp"
+#include "tests/api/allocations.h"
 #include "tests/api/pending_error.h"
 #include "tests/doubles/scripted_block.h"
 
@@ -58,6 +59,19 @@ TEST_F(ErrorSlotTest, AFailureReplacesTheWholeTextAndASuccessEmptiesIt) {
     EXPECT_EQ(ZOL_API_HasError(), 1) << "initialising is no guarded call";
     ZOL_BlockModel_IsOpen(nullptr);
     EXPECT_EQ(ZOL_API_HasError(), 0);
+}
+
+TEST_F(ErrorSlotTest, EmptyingKeepsTheStorageForTheNextText) {
+    const auto fail_and_succeed = [] {
+        ZOL_BlockModel_NBlocks(nullptr);
+        ZOL_BlockModel_IsOpen(nullptr);
+    };
+    fail_and_succeed();
+    const std::size_t before = allocations();
+    for (int cycle = 0; cycle < 10; ++cycle) {
+        fail_and_succeed();
+    }
+    EXPECT_EQ(allocations(), before);
 }
 
 }  // namespace

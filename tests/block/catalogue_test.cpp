@@ -131,5 +131,23 @@ TEST_F(CatalogueTest, AnswersAboutAVariableArePassedOn) {
     }
 }
 
+TEST_F(CatalogueTest, EveryQuestionIsAboutTheNamedVariable) {
+    char text[255];
+    int code = 0;
+    double number = 0;
+    ZOL_BlockModel_GetVariableDescription(handle_, "rock", text);
+    ZOL_BlockModel_GetVariableType(handle_, "density", &code);
+    ZOL_BlockModel_GetDefaultNumber(handle_, "gold", &number);
+    ZOL_BlockModel_GetDefaultString(handle_, "zone", text);
+    ZOL_BlockModel_IsNumber(handle_, "silver");
+    ZOL_BlockModel_IsString(handle_, "hole");
+    EXPECT_EQ(doubles::journal,
+              (std::vector<std::string>{
+                  "Model::GetFieldDescription rock", "Model::IsPredefined density",
+                  "Model::IsString density", "Model::GetFieldType density",
+                  "Model::GetFieldDefault gold", "Model::GetFieldDefaultString zone",
+                  "Model::IsNumber silver", "Model::IsString hole"}));
+}
+
 }  // namespace
 }  // namespace zol::testing

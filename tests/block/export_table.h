@@ -4,6 +4,7 @@
 
 #include <array>
 #include <span>
+#include <string_view>
 
 #include "api/zolExportedApi_ReadOnly.h"
 
@@ -31,6 +32,11 @@ enum class Order {
 };
 
 struct Export {
+    /// Whether a match in progress does in place of a model. Only where there is a text.
+    bool TakesAMatch() const {
+        return std::string_view(no_model_text).ends_with("or blocks matched.");
+    }
+
     const char* name;
     /// Calls the export with a handle, valid inputs and the outputs.
     long long (*call)(BlockModelHandle* handle, Outputs& outputs);

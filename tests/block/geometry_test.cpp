@@ -1,7 +1,9 @@
 // The model as a whole: members in order, zeros in their places, schemas counted.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -67,6 +69,39 @@ TEST_F(GeometryTest, StratigraphicIsWhatTheModelSays) {
     }
 }
 
+/// A function that looks a schema up; it writes the first of the outputs.
+struct Lookup {
+    std::string name;
+    std::size_t outputs;
+    int (*get)(BlockModelHandle* handle, const int* index, Six& out);
+};
+
+const Lookup kLookups[] = {
+    {"ZOL_BlockModel_GetSchemaExtent", 6,
+     [](BlockModelHandle* handle, const int* index, Six& out) {
+         return ZOL_BlockModel_GetSchemaExtent(handle, index, &out[0], &out[1], &out[2], &out[3],
+                                               &out[4], &out[5]);
+     }},
+    {"ZOL_BlockModel_GetSchemaDimensions", 3,
+     [](BlockModelHandle* handle, const int* index, Six& out) {
+         return ZOL_BlockModel_GetSchemaDimensions(handle, index, &out[0], &out[1], &out[2]);
+     }},
+    {"ZOL_BlockModel_GetSchemaSizes", 6,
+     [](BlockModelHandle* handle, const int* index, Six& out) {
+         return ZOL_BlockModel_GetSchemaSizes(handle, index, &out[0], &out[1], &out[2], &out[3],
+                                              &out[4], &out[5]);
+     }},
+};
+
+/// A schema whose every answer begins with its position and goes on 50, 60, 70, 80, 90.
+doubles::ScriptedSchema schema_at(int position, bool original) {
+    return {.original = original,
+            .extent = Extent(position, 50, 60, 70, 80, 90),
+            .dimensions = Point3I{position, 50, 60},
+            .least = Coord3D(position, 50, 60),
+            .greatest = Coord3D(70, 80, 90)};
+}
+
 /// Schemas of a model, and the position that each index finds from 0 on; kNone where
 /// the index passes and finds nothing.
 struct Schemas {
@@ -75,6 +110,24 @@ struct Schemas {
     std::vector<int> found;
 };
 constexpr int kNone = -1;
+
+/// `found` is a position, kNone, or nothing for an index that fails.
+void expect_lookup(BlockModelHandle* handle, const Lookup& lookup, int index,
+                   std::optional<int> found) {
+    SCOPED_TRACE(lookup.name + " " + std::to_string(index));
+    const bool finds = found && *found != kNone;
+    Six expected;
+    expected.fill(-7);
+    Six out = expected;
+    if (finds) {
+        const Six answers{static_cast<double>(*found), 50, 60, 70, 80, 90};
+        std::copy_n(answers.begin(), lookup.outputs, expected.begin());
+    }
+    make_error_pending();
+    EXPECT_EQ(lookup.get(handle, &index, out), finds ? 0 : 1);
+    EXPECT_EQ(pending_error(), found ? "" : lookup.name + " Invalid index.");
+    EXPECT_EQ(out, expected);
+}
 
 TEST_F(GeometryTest, SchemaIndexesCountOriginalSchemasAndAreTestedAgainstAll) {
     const Schemas cases[] = {
@@ -91,46 +144,19 @@ TEST_F(GeometryTest, SchemaIndexesCountOriginalSchemasAndAreTestedAgainstAll) {
         doubles::script.schemas.clear();
         for (const bool original : schemas.original) {
             const int position = static_cast<int>(doubles::script.schemas.size());
-            doubles::script.schemas.push_back(
-                {.original = original, .dimensions = Point3I{position, 50, 60}});
+            doubles::script.schemas.push_back(schema_at(position, original));
         }
         EXPECT_EQ(ZOL_BlockModel_NSchemas(handle_), schemas.count);
         const int all = static_cast<int>(schemas.original.size());
-        for (int index = -1; index <= all; ++index) {
-            SCOPED_TRACE(index);
-            Three counts{-7, -7, -7};
-            make_error_pending();
-            const int result = ZOL_BlockModel_GetSchemaDimensions(handle_, &index, &counts[0],
-                                                                  &counts[1], &counts[2]);
-            if (index < 0 || index == all) {
-                EXPECT_EQ(result, 1);
-                EXPECT_EQ(pending_error(), "ZOL_BlockModel_GetSchemaDimensions Invalid index.");
-                EXPECT_EQ(counts, (Three{-7, -7, -7}));
-                continue;
+        for (const Lookup& lookup : kLookups) {
+            expect_lookup(handle_, lookup, -1, {});
+            for (int index = 0; index < all; ++index) {
+                expect_lookup(handle_, lookup, index,
+                              schemas.found[static_cast<std::size_t>(index)]);
             }
-            const int found = schemas.found[static_cast<std::size_t>(index)];
-            EXPECT_EQ(pending_error(), "") << "also when nothing is found";
-            EXPECT_EQ(result, found == kNone ? 1 : 0);
-            EXPECT_EQ(counts, found == kNone ? (Three{-7, -7, -7})
-                                             : (Three{static_cast<double>(found), 50, 60}));
+            expect_lookup(handle_, lookup, all, {});
         }
     }
-}
-
-TEST_F(GeometryTest, SchemaValuesGoOutInOrder) {
-    doubles::script.schemas = {{.extent = Extent(1, 2, 3, 4, 5, 6),
-                                .least = Coord3D(11, 12, 13),
-                                .greatest = Coord3D(14, 15, 16)}};
-    const int index = 0;
-    Six out;
-    EXPECT_EQ(ZOL_BlockModel_GetSchemaExtent(handle_, &index, &out[0], &out[1], &out[2], &out[3],
-                                             &out[4], &out[5]),
-              0);
-    EXPECT_EQ(out, (Six{1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(ZOL_BlockModel_GetSchemaSizes(handle_, &index, &out[0], &out[1], &out[2], &out[3],
-                                            &out[4], &out[5]),
-              0);
-    EXPECT_EQ(out, (Six{11, 12, 13, 14, 15, 16}));
 }
 
 TEST_F(GeometryTest, AMatchIsLeftInPeace) {

@@ -53,13 +53,16 @@ TEST_F(GuardOrderTest, TheTableHoldsEveryExportOfTheFamily) {
 }
 
 TEST_F(GuardOrderTest, WithoutAModelEachFailsInItsOwnWords) {
+    model::block::Model another("model", "r");
     BlockModelHandle without_model;
+    BlockModelHandle match_only;
+    match_only.match = &another.GetMatch();
+    doubles::journal.clear();
     RecordedLog log;
-    Names succeeded;
     for (BlockModelHandle* const handle :
-         {static_cast<BlockModelHandle*>(nullptr), &without_model}) {
+         {static_cast<BlockModelHandle*>(nullptr), &without_model, &match_only}) {
         for (const Export& row : block_model_exports()) {
-            if (row.no_model_text == nullptr) {
+            if (row.no_model_text == nullptr || (handle == &match_only && row.TakesAMatch())) {
                 continue;
             }
             SCOPED_TRACE(row.name);
@@ -72,6 +75,8 @@ TEST_F(GuardOrderTest, WithoutAModelEachFailsInItsOwnWords) {
         }
     }
     EXPECT_EQ(log.Finish(), Names{});
+    EXPECT_EQ(doubles::journal, Names{});
+    EXPECT_EQ(match_only.match, &another.GetMatch()) << "a failed test leaves the match";
 }
 
 TEST_F(GuardOrderTest, ASuccessEmptiesTheErrorAndLogsTheOwnNameOnce) {
