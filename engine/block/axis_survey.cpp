@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace zol::engine::block {
@@ -44,8 +45,8 @@ bool lies_on_parts(const std::vector<Span>& spans, const AxisPlan& plan, int par
     return std::all_of(spans.begin(), spans.end(), [&](const Span& span) {
         const Edges edges = edges_of(span, plan);
         // The tolerance is one of the parent, whatever the part.
-        return is_whole(edges.lower * parts, kLatticeTolerance * parts) &&
-               is_whole(edges.upper * parts, kLatticeTolerance * parts) &&
+        return is_whole(edges.lower * parts, plan.tolerance * parts) &&
+               is_whole(edges.upper * parts, plan.tolerance * parts) &&
                std::round(edges.upper * parts) > std::round(edges.lower * parts);
     });
 }
@@ -53,8 +54,24 @@ bool lies_on_parts(const std::vector<Span>& spans, const AxisPlan& plan, int par
 bool lies_inside_parents(const std::vector<Span>& spans, const AxisPlan& plan) {
     return std::all_of(spans.begin(), spans.end(), [&](const Span& span) {
         const Edges edges = edges_of(span, plan);
-        return edges.upper <= std::floor(edges.lower + kLatticeTolerance) + 1 + kLatticeTolerance;
+        return edges.upper <= std::floor(edges.lower + plan.tolerance) + 1 + plan.tolerance;
     });
+}
+
+// The parent that sizes stand for which were rounded: many blocks of 12.4999 every 12.5
+// are of 12.5. Of one size only what the centroids say counts.
+double unrounded_parent(const std::vector<Span>& spans, double greatest) {
+    std::vector<Span> full;
+    std::copy_if(spans.begin(), spans.end(), std::back_inserter(full), [&](const Span& span) {
+        return std::fabs(span.size - greatest) <= kLatticeTolerance * greatest;
+    });
+    const std::optional<double> gap = common_gap(full);
+    if (!gap) {
+        return greatest;
+    }
+    // Gaps may be of several parents where blocks are left out.
+    const double parent = *gap / std::max(1.0, std::round(*gap / greatest));
+    return std::fabs(parent - greatest) <= kLatticeTolerance * greatest ? parent : greatest;
 }
 
 // The lattice line at or below all data that full-sized spans lie on.
@@ -66,7 +83,8 @@ double lattice_lower(const std::vector<Span>& spans, const SpanSet& bounds, doub
     if (off_by(*full) > kLatticeTolerance * parent) {
         return bounds.Lower();
     }
-    const double edge = full->centroid - full->size / 2;
+    // Half the parent, not half the size that was rounded.
+    const double edge = full->centroid - parent / 2;
     const double cells = std::ceil((edge - bounds.Lower()) / parent - kLatticeTolerance);
     return edge - cells * parent;
 }
@@ -191,6 +209,7 @@ std::optional<double> common_gap(const std::vector<Span>& sorted) {
 
 AxisPlan plan_axis(const SpanSet& set, const AxisFacts& facts) {
     AxisPlan plan;
+    plan.tolerance = facts.tolerance;
     plan.parent = facts.parent.value_or(set.GreatestSize());
     plan.lower = facts.lower.value_or(set.Lower());
     const double cells = (set.Upper() - set.Lower()) / plan.parent;
@@ -198,9 +217,12 @@ AxisPlan plan_axis(const SpanSet& set, const AxisFacts& facts) {
         return plan;
     }
     const std::vector<Span> spans = set.Sorted();
+    if (!facts.parent) {
+        plan.parent = unrounded_parent(spans, plan.parent);
+    }
     plan.lower = facts.lower.value_or(lattice_lower(spans, set, plan.parent));
     plan.count = std::max<std::int64_t>(
-        1, std::llround(std::ceil((set.Upper() - plan.lower) / plan.parent - kLatticeTolerance)));
+        1, std::llround(std::ceil((set.Upper() - plan.lower) / plan.parent - plan.tolerance)));
     if (!lies_inside_parents(spans, plan)) {
         plan.lower = facts.lower.value_or(set.Lower());
         return plan;

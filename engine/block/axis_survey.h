@@ -87,12 +87,15 @@ struct AxisPlan {
     std::int64_t count = 1;
     /// Kind::Fractions: edges lie on this many parts of a parent.
     int parts = 1;
+    /// Part of a parent within which edges count as the same.
+    double tolerance = kLatticeTolerance;
 };
 
 /// What a sidecar states beforehand.
 struct AxisFacts {
     std::optional<double> lower;
     std::optional<double> parent;
+    double tolerance = kLatticeTolerance;
 };
 
 /// The smallest gap between neighbours that divides all others within 1e-4 of itself;

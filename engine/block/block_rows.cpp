@@ -43,28 +43,23 @@ std::size_t RowPlacing::PlaceOf(std::size_t column) {
 
 Span RowPlacing::Read(const std::vector<double>& values, std::size_t axis) const {
     const AxisReading& reading = axes_[axis];
-    Span span{0.0, reading.fixed_size};
+    const double first = first_[axis] == AxisReading::kNone ? 0.0 : values[first_[axis]];
+    const double size =
+        second_[axis] == AxisReading::kNone ? reading.fixed_size : values[second_[axis]];
     switch (reading.kind) {
         case AxisReading::Kind::Same:
-            break;
         case AxisReading::Kind::Centroid:
-            span.centroid = values[first_[axis]];
-            if (second_[axis] != AxisReading::kNone) {
-                span.size = values[second_[axis]];
-            }
-            break;
-        case AxisReading::Kind::Edges: {
-            const double lower = values[first_[axis]];
-            const double upper = values[second_[axis]];
-            span = {lower + (upper - lower) / 2, upper - lower};
-            break;
-        }
+            return {first, size};
+        case AxisReading::Kind::LowerEdge:
+            return {first + size / 2, size};
+        case AxisReading::Kind::Edges:
+            // Here the second number is the upper edge.
+            return {first + (size - first) / 2, size - first};
         case AxisReading::Kind::Index:
         case AxisReading::Kind::CellNumber:
-            span.centroid = index_of(reading, values[first_[axis]]);
             break;
     }
-    return span;
+    return {index_of(reading, first), size};
 }
 
 Span RowPlacing::PlaceAxis(const std::vector<double>& values, std::size_t axis) const {
@@ -96,18 +91,16 @@ Spans RowPlacing::Place(const std::vector<double>& values) const {
 const char* RowPlacing::Fault(const std::vector<double>& values, std::size_t axis,
                               std::size_t& column) const {
     const AxisReading& reading = axes_[axis];
-    if (reading.kind == AxisReading::Kind::Same) {
-        return nullptr;
-    }
-    column = first_[axis];
-    const double first = values[column];
-    if (!std::isfinite(first)) {
-        return "is no coordinate";
-    }
-    const bool is_index =
-        reading.kind == AxisReading::Kind::Index || reading.kind == AxisReading::Kind::CellNumber;
-    if (is_index && first != std::floor(first)) {
-        return "is no whole number of a cell";
+    double first = 0.0;
+    if (first_[axis] != AxisReading::kNone) {
+        column = first_[axis];
+        first = values[column];
+        if (!std::isfinite(first)) {
+            return "is no coordinate";
+        }
+        if (reading.IsIndex() && first != std::floor(first)) {
+            return "is no whole number of a cell";
+        }
     }
     if (second_[axis] == AxisReading::kNone) {
         return nullptr;
@@ -121,6 +114,12 @@ const char* RowPlacing::Fault(const std::vector<double>& values, std::size_t axi
     }
     if (!(size > 0)) {
         return edges ? "is not above the lower edge" : "is not a size above 0";
+    }
+    if (reading.IsIndex() || reading.kind == AxisReading::Kind::Same) {
+        return nullptr;
+    }
+    if (!(first - size / 2 < first) || !(first < first + size / 2)) {
+        return "is too small a size for a block so far out";
     }
     return nullptr;
 }

@@ -18,10 +18,12 @@ namespace zol::engine::block {
 /// coordinates.
 struct AxisReading {
     enum class Kind {
-        /// Every block spans the same.
+        /// Every block spans the same; a size may stand in a column.
         Same,
         /// A centroid, and a size where a column has it.
         Centroid,
+        /// A lower edge and a size.
+        LowerEdge,
         /// A lower and an upper edge.
         Edges,
         /// A count of cells from the lower end.

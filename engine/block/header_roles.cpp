@@ -1,7 +1,6 @@
 #include "engine/block/header_roles.h"
 
 #include <array>
-#include <cctype>
 #include <string>
 
 namespace zol::engine::block {
@@ -72,7 +71,8 @@ std::string plain(std::string_view header) {
             break;
         }
         if (c != ' ' && c != '\t' && c != '_' && c != '"' && c != '\'') {
-            name += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+            // tolower would ask the locale, and Turkish has another small I.
+            name += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
         }
     }
     return name;

@@ -24,6 +24,8 @@ constexpr int kNotFound = 1;
 
 IModel::~IModel() = default;
 
+// The contract takes the mode by value.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 Model::Model(const std::string& file, std::string mode) {
     const UsualFloatingPoint usual;
     Source source;

@@ -115,8 +115,13 @@ geometry::Extent ListedBoxes::BlockExtent(std::int64_t block) {
             return kNoExtent;
         }
         if (lattices_[axis]) {
-            lower[axis] = lattices_[axis]->Snap(lower[axis]);
-            upper[axis] = lattices_[axis]->Snap(upper[axis]);
+            const double snapped_lower = lattices_[axis]->Snap(lower[axis]);
+            const double snapped_upper = lattices_[axis]->Snap(upper[axis]);
+            // A sliver thinner than the rounding of the others keeps its own edges.
+            if (snapped_lower < snapped_upper) {
+                lower[axis] = snapped_lower;
+                upper[axis] = snapped_upper;
+            }
         }
     }
     return {lower[0], lower[1], lower[2], upper[0], upper[1], upper[2]};

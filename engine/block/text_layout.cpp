@@ -41,17 +41,23 @@ void TextLayout::ChooseAxes(const std::vector<ColumnRole>& roles) {
         AxisReading& reading = axes_[static_cast<std::size_t>(axis)];
         const std::size_t lower = ColumnOf(roles, Role::Lower, axis);
         const std::size_t upper = ColumnOf(roles, Role::Upper, axis);
+        const std::size_t size = ColumnOf(roles, Role::Size, axis);
         if (const std::size_t centroid = ColumnOf(roles, Role::Centroid, axis); centroid != kNone) {
             reading.kind = Kind::Centroid;
             reading.first = centroid;
-            reading.second = ColumnOf(roles, Role::Size, axis);
+            reading.second = size;
         } else if (lower != kNone && upper != kNone) {
             reading.kind = Kind::Edges;
             reading.first = lower;
             reading.second = upper;
+        } else if (lower != kNone && size != kNone) {
+            reading.kind = Kind::LowerEdge;
+            reading.first = lower;
+            reading.second = size;
         } else if (const std::size_t index = ColumnOf(roles, Role::Index, axis); index != kNone) {
             reading.kind = Kind::Index;
             reading.first = index;
+            reading.second = size;
         }
     }
     const std::size_t number = ColumnOf(roles, Role::CellNumber, 0);
@@ -59,6 +65,14 @@ void TextLayout::ChooseAxes(const std::vector<ColumnRole>& roles) {
         for (AxisReading& reading : axes_) {
             reading.kind = Kind::CellNumber;
             reading.first = number;
+        }
+    }
+    // A single layer, and cells that are counted, may have their height in a column.
+    for (int axis = 0; axis < 3; ++axis) {
+        AxisReading& reading = axes_[static_cast<std::size_t>(axis)];
+        const bool may_have_size = reading.kind == Kind::Same || reading.kind == Kind::CellNumber;
+        if (may_have_size && IsListed()) {
+            reading.second = ColumnOf(roles, Role::Size, axis);
         }
     }
 }
@@ -253,6 +267,7 @@ void TextLayout::LayOut(const std::vector<std::unique_ptr<RowWatcher>>& watchers
     }
     SettleSizes(states);
     PlanAxes(states, source);
+    ReportFreeAxes(states, columns->Blocks().SourceFile().Path());
     CheckInside(states);
     BuildGeometry(states, columns, source);
     DescribeSchemas(states, source);

@@ -58,6 +58,7 @@ private:
     bool LooksLikeIndexes(const States& states) const;
     void Rescale(std::size_t axis, SpanSet& spans, double scale, double offset, double size);
     void PlanAxes(States& states, Source& source);
+    void ReportFreeAxes(const States& states, const std::string& file) const;
     void CheckInside(const States& states) const;
     std::array<double, 3> LowerCorner() const;
     void BuildGeometry(const States& states, const std::shared_ptr<TextColumns>& columns,

@@ -65,8 +65,8 @@ void TextLayout::BuildGeometry(const States& states, const std::shared_ptr<TextC
         const AxisPlan& plan = states[axis].plan;
         if (plan.kind != AxisPlan::Kind::Free) {
             const double step = plan.parent / plan.parts;
-            lattices[axis] = EdgeLattice{
-                plan.lower, step, std::min(1.01 * kLatticeTolerance * plan.parent, step / 2)};
+            lattices[axis] = EdgeLattice{plan.lower, step,
+                                         std::min(1.01 * plan.tolerance * plan.parent, step / 2)};
         }
     }
     source.geometry = std::make_unique<ListedBoxes>(std::move(rows), lattices);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/block/text_layout.h"
+#include "engine/formats/diagnostics.h"
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
 
@@ -15,6 +16,7 @@ namespace {
 
 using Kind = AxisReading::Kind;
 constexpr std::size_t kNone = AxisReading::kNone;
+constexpr double kTurnedTolerance = 1e-2;
 
 bool are_indexes(const std::vector<Span>& spans) {
     const bool whole = std::all_of(spans.begin(), spans.end(), [](const Span& span) {
@@ -46,10 +48,10 @@ bool TextLayout::LooksLikeIndexes(const States& states) const {
         }
         const std::vector<Span> spans = states[axis].spans.Sorted();
         const std::optional<double> gap = common_gap(spans);
-        if (!are_indexes(spans)) {
+        if (!are_indexes(spans) || gap.value_or(1.0) != 1.0) {
             return false;
         }
-        stepped_by_one = stepped_by_one || gap == 1.0;
+        stepped_by_one = stepped_by_one || gap.has_value();
     }
     return stepped_by_one;
 }
@@ -74,8 +76,17 @@ void TextLayout::SettleSizes(States& states) {
     for (std::size_t axis = 0; axis < 3; ++axis) {
         AxisReading& reading = axes_[axis];
         SpanSet& spans = states[axis].spans;
-        const double parent = spec_.parent_size ? (*spec_.parent_size)[axis] : 1.0;
         const bool has_size_column = reading.second != kNone;
+        double parent = spec_.parent_size ? (*spec_.parent_size)[axis] : 1.0;
+        if (has_size_column && (reading.IsIndex() || reading.kind == Kind::Same)) {
+            if (spans.GreatestSize() - spans.LeastSize() >
+                kLatticeTolerance * spans.GreatestSize()) {
+                throw ReadError("cells are counted along " + axis_letter(axis) +
+                                ", but their sizes differ; add a column of centroids");
+            }
+            parent = spec_.parent_size ? parent : spans.GreatestSize();
+            reading.second = kNone;
+        }
         states[axis].in_world = !spec_.local && !TurnsRows() && !reading.IsIndex() &&
                                 reading.kind != Kind::Same && !unit_blocks;
         if (!has_size_column && reading.kind != Kind::Same && spans.Overflowed()) {
@@ -125,6 +136,9 @@ void TextLayout::PlanAxes(States& states, Source& source) {
         AxisFacts facts;
         if (spec_.parent_size) {
             facts.parent = (*spec_.parent_size)[axis];
+            // World coordinates of a turned model come rounded to a centimetre or so,
+            // which its stated lattice is to put right.
+            facts.tolerance = TurnsRows() ? kTurnedTolerance : kLatticeTolerance;
         }
         const bool lower_is_known = spec_.extent || spec_.origin || spec_.count;
         if (state.in_world && (spec_.origin || spec_.extent)) {
@@ -148,10 +162,25 @@ void TextLayout::PlanAxes(States& states, Source& source) {
     source.placement = PlacementAt({origin[0], origin[1], origin[2]});
 }
 
+// Sizes that vary freely are a way to model; one size on no lattice is more often a mistake.
+void TextLayout::ReportFreeAxes(const States& states, const std::string& file) const {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const SpanSet& spans = states[axis].spans;
+        const bool one_size =
+            spans.GreatestSize() - spans.LeastSize() <= kLatticeTolerance * spans.GreatestSize();
+        const bool is_free = states[axis].plan.kind == AxisPlan::Kind::Free;
+        if (is_free && (one_size || spec_.parent_size || spec_.origin || spec_.extent)) {
+            report(file, "the blocks fit no lattice of " + number_text(states[axis].plan.parent) +
+                             " from " + number_text(states[axis].plan.lower) + " along " +
+                             axis_letter(axis) + "; they are taken as boxes without one");
+        }
+    }
+}
+
 void TextLayout::CheckInside(const States& states) const {
     for (std::size_t axis = 0; axis < 3; ++axis) {
         const AxisState& state = states[axis];
-        const double slack = kLatticeTolerance * state.plan.parent;
+        const double slack = state.plan.tolerance * state.plan.parent;
         const double upper =
             state.plan.lower + static_cast<double>(state.plan.count) * state.plan.parent;
         if (state.spans.Lower() < state.plan.lower - slack ||

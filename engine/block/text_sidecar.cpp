@@ -1,5 +1,6 @@
 #include "engine/block/text_sidecar.h"
 
+#include "engine/formats/diagnostics.h"
 #include "engine/formats/file.h"
 #include "engine/formats/read_error.h"
 #include "engine/formats/table_survey.h"
@@ -246,15 +247,19 @@ std::string read_text(const std::string& path) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-// Calls `use` with the root of a JSON file; what is wrong with it names the file.
-template <class Use>
-auto with_json(const std::string& path, Use use) {
+// What `read` finds wrong names the sidecar.
+template <class Read>
+auto naming_sidecar(const std::string& path, Read read) {
     try {
-        const JsonDocument document(read_text(path), JsonDocument::Dialect::Strict);
-        return use(document.Root());
+        return read();
     } catch (const ReadError& error) {
         throw ReadError("in the sidecar " + file_name_of(path) + ": " + error.what());
     }
+}
+
+bool is_path_of(const std::string& path, const std::string& table) {
+    const std::string name = file_name_of(table);
+    return path == name || path == "./" + name;
 }
 
 bool speaks_of_table(const JsonValue& root, const std::string& table) {
@@ -262,8 +267,52 @@ bool speaks_of_table(const JsonValue& root, const std::string& table) {
         return false;
     }
     const auto path = root.Find("path");
-    return path && path->IsText() ? path->Text() == file_name_of(table)
-                                  : root.Find("schema") || root.Find("block:model");
+    if (!path) {
+        return root.Find("schema") || root.Find("block:model");
+    }
+    if (path->IsList()) {
+        // A table in parts is another thing than this one.
+        return path->Size() == 1 && path->At(0).IsText() && is_path_of(path->At(0).Text(), table);
+    }
+    return path->IsText() && is_path_of(path->Text(), table);
+}
+
+// What a JSON file that may belong to anything says of the table: the file's own object,
+// or one of its resources.
+std::optional<TextSidecar> find_in(const std::string& path, const std::string& table) {
+    if (!File::Exists(path) || path == table) {
+        return std::nullopt;
+    }
+    std::optional<JsonDocument> document;
+    try {
+        document.emplace(read_text(path), JsonDocument::Dialect::Strict);
+    } catch (const ReadError& error) {
+        report(table, file_name_of(path) + " beside it is passed over: " + error.what());
+        return std::nullopt;
+    }
+    const JsonValue root = document->Root();
+    if (!root.IsObject()) {
+        return std::nullopt;
+    }
+    std::optional<JsonValue> found;
+    if (const auto resources = root.Find("resources"); resources && resources->IsList()) {
+        for (std::size_t i = 0; !found && i < resources->Size(); ++i) {
+            const JsonValue resource = resources->At(i);
+            if (resource.IsObject() && resource.Find("path") && speaks_of_table(resource, table)) {
+                found = resource;
+            }
+        }
+    } else if (speaks_of_table(root, table)) {
+        found = root;
+    }
+    if (!found) {
+        return std::nullopt;
+    }
+    return naming_sidecar(path, [&] {
+        TextSidecar sidecar = parse_sidecar(*found);
+        sidecar.path = path;
+        return sidecar;
+    });
 }
 
 }  // namespace
@@ -271,7 +320,7 @@ bool speaks_of_table(const JsonValue& root, const std::string& table) {
 TextSidecar parse_sidecar(const JsonValue& root) {
     TextSidecar sidecar;
     if (const auto path = root.Find("path")) {
-        check_path(*path);
+        check_path(path->IsList() && path->Size() == 1 ? path->At(0) : *path);
     }
     if (const auto name = root.Find("name")) {
         sidecar.name = name->Text();
@@ -302,39 +351,22 @@ TextSidecar parse_sidecar(const JsonValue& root) {
 }
 
 TextSidecar find_sidecar(const std::string& table) {
-    const auto named = [](TextSidecar sidecar, const std::string& path) {
-        sidecar.path = path;
-        return sidecar;
-    };
     const std::string beside = table + ".json";
     if (File::Exists(beside)) {
-        return named(with_json(beside, parse_sidecar), beside);
+        return naming_sidecar(beside, [&] {
+            const JsonDocument document(read_text(beside), JsonDocument::Dialect::Strict);
+            TextSidecar sidecar = parse_sidecar(document.Root());
+            sidecar.path = beside;
+            return sidecar;
+        });
     }
     const std::string folder = folder_of(table);
     const std::string name = file_name_of(table);
     const std::string same_stem = folder + name.substr(0, name.rfind('.')) + ".json";
-    std::optional<TextSidecar> found;
-    // The next two names may belong to anything: they count when they speak of this table.
-    if (same_stem != table && File::Exists(same_stem)) {
-        with_json(same_stem, [&](const JsonValue& root) {
-            if (speaks_of_table(root, table)) {
-                found = named(parse_sidecar(root), same_stem);
-            }
-        });
+    if (auto found = find_in(same_stem, table)) {
+        return *found;
     }
-    const std::string package = folder + "datapackage.json";
-    if (!found && File::Exists(package)) {
-        with_json(package, [&](const JsonValue& root) {
-            const auto resources = root.Find("resources");
-            for (std::size_t i = 0; resources && !found && i < resources->Size(); ++i) {
-                const JsonValue resource = resources->At(i);
-                if (resource.Find("path") && speaks_of_table(resource, table)) {
-                    found = named(parse_sidecar(resource), package);
-                }
-            }
-        });
-    }
-    return found ? *found : TextSidecar{};
+    return find_in(folder + "datapackage.json", table).value_or(TextSidecar{});
 }
 
 }  // namespace zol::engine::block

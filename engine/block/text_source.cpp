@@ -33,6 +33,11 @@ TextHead read_head(const File& file, const TextSidecar& sidecar) {
     hints.escape = sidecar.escape;
     hints.comment = sidecar.comment;
     hints.header_rows = sidecar.header_rows;
+    hints.one_column_will_do = !sidecar.path.empty();
+    hints.is_known_name = [](std::string_view name) {
+        const Role role = role_of_header(name).role;
+        return role != Role::None && role != Role::CellNumber;
+    };
     return read_text_head(head, head.size() == file.Size(), hints);
 }
 
@@ -59,6 +64,14 @@ std::string name_of(const File& file, const TextSidecar& sidecar) {
     return dot == 0 ? name : name.substr(0, dot);
 }
 
+// UTF-8 is tried on every text; what isn't must then be in something else.
+std::string other_encoding(const TextSidecar& sidecar) {
+    const std::string& stated = sidecar.encoding;
+    const bool is_utf8_stated =
+        stated == "utf-8" || stated == "UTF-8" || stated == "utf8" || stated == "UTF8";
+    return is_utf8_stated ? std::string() : stated;
+}
+
 std::vector<std::string> names_in_utf8(const std::vector<std::string>& names,
                                        const std::string& encoding) {
     std::vector<std::string> texts;
@@ -72,9 +85,7 @@ std::vector<std::string> names_in_utf8(const std::vector<std::string>& names,
 
 Source open_text(const std::shared_ptr<const File>& file, const std::string& element) {
     TextSidecar sidecar = find_sidecar(file->Path());
-    // UTF-8 is tried on every text; what isn't must then be something else.
-    const bool is_utf8_stated = sidecar.encoding == "utf-8" || sidecar.encoding == "UTF-8";
-    const std::string encoding = is_utf8_stated ? std::string() : sidecar.encoding;
+    const std::string encoding = other_encoding(sidecar);
     const TextHead head = read_head(*file, sidecar);
 
     Source source;
@@ -110,7 +121,15 @@ Source open_text(const std::shared_ptr<const File>& file, const std::string& ele
     }
     std::vector<Storage> storages;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        storages.push_back(settle_storage(columns[i], survey.columns[i], formats[i]));
+        const ColumnSurvey& seen = survey.columns[i];
+        if (formats[i].kind == CellFormat::Kind::Guess && seen.HasStrayText()) {
+            report(file->Path(), "column " + shown(columns[i].header) + ": " + seen.first_text +
+                                     " on line " +
+                                     std::to_string(blocks.LineOf(seen.first_text_offset)) +
+                                     " is no number, so the column is text; a sidecar can list it "
+                                     "in missingValues");
+        }
+        storages.push_back(settle_storage(columns[i], seen, formats[i]));
     }
     const auto table =
         std::make_shared<TextColumns>(std::move(blocks), std::move(formats), encoding);

@@ -151,10 +151,26 @@ std::vector<TextColumn> match_columns(const std::vector<std::string>& names,
         columns[at].has_field = true;
         columns[at].header = by_order ? field.name : columns[at].header;
     }
+    const auto bearer_of = [&](const ColumnRole& role, const TextColumn& but) {
+        return std::find_if(columns.begin(), columns.end(), [&](const TextColumn& other) {
+            return &other != &but && other.role == role && role.role != Role::None;
+        });
+    };
+    const auto report_second = [&](const TextColumn& second, const TextColumn& first) {
+        report(file, "column " + shown(second.header) + " and column " + shown(first.header) +
+                         " have one role; the latter places the blocks, the former is a variable");
+    };
     // What the sidecar says of roles goes before what headers look like.
     for (TextColumn& column : columns) {
-        if (column.field.role) {
+        if (!column.field.role) {
+            continue;
+        }
+        const auto first = bearer_of(*column.field.role, column);
+        if (first == columns.end()) {
             column.role = *column.field.role;
+        } else {
+            column.field.role = ColumnRole{};
+            report_second(column, *first);
         }
     }
     for (TextColumn& column : columns) {
@@ -162,14 +178,11 @@ std::vector<TextColumn> match_columns(const std::vector<std::string>& names,
         if (column.field.role || role.role == Role::None) {
             continue;
         }
-        const auto same = std::find_if(
-            columns.begin(), columns.end(),
-            [&](const TextColumn& other) { return &other != &column && other.role == role; });
-        if (same == columns.end()) {
+        const auto first = bearer_of(role, column);
+        if (first == columns.end()) {
             column.role = role;
         } else {
-            report(file, "column " + shown(column.header) + " and column " + shown(same->header) +
-                             " look alike; the latter places the blocks, the former is a variable");
+            report_second(column, *first);
         }
     }
     return columns;
@@ -208,7 +221,10 @@ CellFormat survey_format(const TextColumn& column, const TextSidecar& sidecar, c
 Storage settle_storage(const TextColumn& column, const ColumnSurvey& survey, CellFormat& format) {
     const bool guessed = format.kind == CellFormat::Kind::Guess;
     if (guessed) {
-        format.kind = survey.has_text ? CellFormat::Kind::Text : CellFormat::Kind::Number;
+        const bool mixed_points = survey.has_comma && survey.has_fraction;
+        format.kind =
+            survey.HasText() || mixed_points ? CellFormat::Kind::Text : CellFormat::Kind::Number;
+        format.decimal_point = survey.has_comma ? ',' : format.decimal_point;
     }
     if (column.field.storage) {
         return is_coded_text(column.field) ? Storage::Integer : *column.field.storage;
@@ -223,7 +239,7 @@ Storage settle_storage(const TextColumn& column, const ColumnSurvey& survey, Cel
         default:
             break;
     }
-    if (!guessed || !survey.has_number || survey.has_fraction) {
+    if (!guessed || !survey.has_number || survey.has_fraction || survey.has_comma) {
         return Storage::Double;
     }
     const Range integer = range_of(Storage::Integer);

@@ -28,19 +28,26 @@ bool read_whole(std::string_view text, Decimal& decimal) {
     return true;
 }
 
+// Other decimal points, and the exponents of Fortran: 1.25D-02.
 bool read_any(std::string_view text, char point, Decimal& decimal) {
     decimal.exact = false;
-    if (point == '.') {
+    const std::size_t exponent = text.find_first_of("Dd");
+    const bool is_fortran = exponent != text.npos && exponent > 0 && exponent + 1 < text.size() &&
+                            text.find_first_not_of("+-0123456789", exponent + 1) == text.npos;
+    if (point == '.' && !is_fortran) {
         return parse_number(text, decimal.rounded);
     }
-    if (text.find('.') != std::string_view::npos) {
+    if (point != '.' && text.find('.') != text.npos) {
         return false;
     }
-    std::string with_point(text);
-    for (char& c : with_point) {
+    std::string usual(text);
+    if (is_fortran) {
+        usual[exponent] = 'e';
+    }
+    for (char& c : usual) {
         c = c == point ? '.' : c;
     }
-    return parse_number(with_point, decimal.rounded);
+    return parse_number(usual, decimal.rounded);
 }
 
 }  // namespace

@@ -47,9 +47,12 @@ RowReader::Outcome RowReader::Next(CellList& cells) {
     return Outcome::End;
 }
 
+// Spreadsheets leave rows of nothing but separators, and old ones an end-of-file mark.
 bool RowReader::IsPassedOver(const CellList& cells) const {
-    return cells.size() == 0 ||
-           (cells.size() == 1 && !cells[0].quoted && all_blank(cells[0].begin, cells[0].end));
+    return std::all_of(cells.begin(), cells.end(), [](const TextCell& cell) {
+        const bool end_mark = cell.end - cell.begin == 1 && *cell.begin == '\x1a';
+        return !cell.quoted && (end_mark || all_blank(cell.begin, cell.end));
+    });
 }
 
 const char* RowReader::CellEnd(const char* at) const {
@@ -126,6 +129,18 @@ const char* RowReader::ClosingQuote(const char* from) {
     }
 }
 
+const char* RowReader::ClosingQuoteAmongBlanks(const char* from) const {
+    for (const char* at = std::find(from, end_, dialect_.quote); at != end_;
+         at = std::find(at, end_, dialect_.quote)) {
+        const bool doubled = dialect_.double_quote && at + 1 != end_ && at[1] == dialect_.quote;
+        if (!doubled) {
+            return at;
+        }
+        at += 2;
+    }
+    return end_;
+}
+
 RowReader::Outcome RowReader::ReadByBlanks(CellList& cells) {
     const char* at = row_;
     for (;;) {
@@ -141,7 +156,7 @@ RowReader::Outcome RowReader::ReadByBlanks(CellList& cells) {
         const char* begin = quoted ? at + 1 : at;
         const auto ends_cell = [this](char c) { return is_blank(c) || c == dialect_.row_end; };
         const char* stop =
-            quoted ? std::find(begin, end_, dialect_.quote) : std::find_if(begin, end_, ends_cell);
+            quoted ? ClosingQuoteAmongBlanks(begin) : std::find_if(begin, end_, ends_cell);
         if (quoted && stop == end_) {
             return Outcome::OpenQuote;
         }

@@ -11,8 +11,8 @@
 namespace zol::engine {
 
 /// Reads the rows of a text, shorter than 4 GiB, that begins at the start of a row.
-/// Empty rows, rows of blanks and comments are passed over. The text outlives the
-/// reader's use of it, and its cells.
+/// Rows without a character in any cell and comments are passed over. The text outlives
+/// the reader's use of it, and its cells.
 class RowReader {
 public:
     RowReader(std::string_view text, const TextDialect& dialect);
@@ -45,6 +45,7 @@ private:
     Outcome ReadDelimited(CellList& cells);
     Outcome ReadByBlanks(CellList& cells);
     const char* ClosingQuote(const char* from);
+    const char* ClosingQuoteAmongBlanks(const char* from) const;
     void PassOverRow(const char* from);
     bool IsPassedOver(const CellList& cells) const;
     const char* CellEnd(const char* at) const;

@@ -25,7 +25,7 @@ std::uint64_t mask_of(const char* at, const std::array<char, 3>& wanted) {
     std::uint64_t mask = 0;
     for (int lane = 0; lane < 4; ++lane) {
         __m128i bytes;
-        std::memcpy(&bytes, at + 16 * lane, sizeof bytes);
+        std::memcpy(&bytes, at + std::ptrdiff_t{16} * lane, sizeof bytes);
         const __m128i hit =
             _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(bytes, first), _mm_cmpeq_epi8(bytes, second)),
                          _mm_cmpeq_epi8(bytes, third));

@@ -12,6 +12,8 @@ namespace zol::engine {
 namespace {
 
 constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
+// More texts than this are no slips in a column of numbers.
+constexpr std::size_t kFewTexts = 20;
 constexpr std::size_t kNotWatched = std::numeric_limits<std::size_t>::max();
 
 // How closely the cells of a column have to be looked at.
@@ -132,14 +134,33 @@ private:
             CheckWhole(text, row_begin, i, number);
         } else if (content == CellContent::Text) {
             if (plan.watch_place != kNotWatched || format.kind != CellFormat::Kind::Guess) {
-                FailInColumn(text, row_begin, i, shown(cells_[i].Raw()) + " is not a number");
+                const bool is_first_row = row_begin == 0 && text.block == 0;
+                FailInColumn(text, row_begin, i,
+                             shown(cells_[i].Raw()) + " is not a number" +
+                                 (is_first_row ? "; if the line holds units, a sidecar can say so: "
+                                                 "\"headerRows\": [1, 2]"
+                                               : ""));
             }
-            // One text makes it a column of texts, whatever follows.
-            columns_[i].has_text = true;
-            plan.look = Look::None;
+            ReadGuessedText(text, i);
         }
         if (plan.watch_place != kNotWatched) {
             values_[plan.watch_place] = content == CellContent::Number ? number.Value() : kMissing;
+        }
+    }
+
+    void ReadGuessedText(const TextBlocks::Text& text, std::size_t i) {
+        const std::string_view cell = trimmed(cells_[i].Raw());
+        Decimal number;
+        if (blocks_.Dialect().delimiter != ',' && read_decimal(cell, ',', number)) {
+            columns_[i].has_comma = true;
+            columns_[i].has_number = true;
+            return;
+        }
+        columns_[i].AddText(
+            cell, text.offset + static_cast<std::uint64_t>(cell.data() - text.rows.data()));
+        if (columns_[i].texts >= kFewTexts) {
+            // A column of texts, whatever follows.
+            plans_[i].look = Look::None;
         }
     }
 
@@ -193,8 +214,25 @@ void ColumnSurvey::Add(const Decimal& number) {
     }
 }
 
+void ColumnSurvey::AddText(std::string_view text, std::uint64_t offset) {
+    // Blocks reach one worker in the order of the file.
+    if (texts++ == 0) {
+        first_text = shown(text);
+        first_text_offset = offset;
+    }
+}
+
+bool ColumnSurvey::HasStrayText() const {
+    return has_number && texts > 0 && texts < kFewTexts;
+}
+
 void ColumnSurvey::Merge(const ColumnSurvey& other) {
-    has_text = has_text || other.has_text;
+    if (other.HasText() && (!HasText() || other.first_text_offset < first_text_offset)) {
+        first_text = other.first_text;
+        first_text_offset = other.first_text_offset;
+    }
+    texts += other.texts;
+    has_comma = has_comma || other.has_comma;
     has_number = has_number || other.has_number;
     has_fraction = has_fraction || other.has_fraction;
     least_whole = std::min(least_whole, other.least_whole);

@@ -16,15 +16,25 @@ namespace zol::engine {
 
 /// What the cells of one column have turned out to be.
 struct ColumnSurvey {
-    bool has_text = false;
+    /// Texts are counted up to a few, and the first of the file is kept.
+    std::size_t texts = 0;
+    std::string first_text;
+    std::uint64_t first_text_offset = 0;
     bool has_number = false;
+    /// A number with a decimal comma, where a decimal point was expected.
+    bool has_comma = false;
     /// A number with a fractional part, an exponent or a decimal point.
     bool has_fraction = false;
     /// Of those that have ten digits or more; 0 where there was none.
     std::int64_t least_whole = 0;
     std::int64_t greatest_whole = 0;
 
+    bool HasText() const { return texts > 0; }
+    /// Numbers nearly everywhere: the few texts may be meant for missing values.
+    bool HasStrayText() const;
+
     void Add(const Decimal& number);
+    void AddText(std::string_view text, std::uint64_t offset);
     void Merge(const ColumnSurvey& other);
 };
 

@@ -2,8 +2,13 @@
 
 namespace zol::engine {
 
-void CellList::Grow() {
+bool CellList::Grow() {
+    constexpr std::size_t kMost = std::size_t{1} << 20;
+    if (cells_.size() >= kMost) {
+        return false;
+    }
     cells_.resize(cells_.empty() ? 32 : 2 * cells_.size());
+    return true;
 }
 
 std::string cell_text(const TextCell& cell, const TextDialect& dialect) {

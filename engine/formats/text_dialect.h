@@ -35,12 +35,14 @@ struct TextCell {
 };
 
 /// The cells of one row. Reused from row to row: adding a cell costs three stores.
+/// Beyond a million cells, which is more than any table has columns, the rest is
+/// dropped.
 class CellList {
 public:
     void Clear() { size_ = 0; }
     void Add(const char* begin, const char* end, bool quoted) {
-        if (size_ == cells_.size()) {
-            Grow();
+        if (size_ == cells_.size() && !Grow()) {
+            return;
         }
         cells_[size_++] = {begin, end, quoted};
     }
@@ -51,7 +53,8 @@ public:
     const TextCell* end() const { return cells_.data() + size_; }
 
 private:
-    void Grow();
+    // False when there are enough.
+    bool Grow();
 
     std::vector<TextCell> cells_;
     std::size_t size_ = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 #include "engine/formats/decimal.h"
 #include "engine/formats/geoeas.h"
@@ -73,7 +74,8 @@ bool is_table_from(const std::vector<Row>& rows, std::size_t header) {
                        [columns](const Row& row) { return fits(row, columns); });
 }
 
-char decimal_point_of(const std::vector<Row>& rows, char delimiter) {
+// `rows` without the header.
+char decimal_point_of(std::span<const Row> rows, char delimiter) {
     bool has_comma = false;
     for (const Row& row : rows) {
         for (const std::string& cell : row.cells) {
@@ -105,6 +107,19 @@ std::size_t skip_comments(std::string_view head, std::size_t begin, char row_end
     }
 }
 
+// The cells of the last comment line: some writers put the header there.
+Row row_in_comment(std::string_view comments, const TextDialect& dialect) {
+    while (!comments.empty() && (is_blank(comments.back()) || comments.back() == dialect.row_end)) {
+        comments.remove_suffix(1);
+    }
+    const std::size_t line = comments.rfind(dialect.row_end);
+    std::string_view last = line == comments.npos ? comments : comments.substr(line + 1);
+    const std::size_t marks = last.find_first_not_of("#!%* \t");
+    last = marks == last.npos ? std::string_view() : last.substr(marks);
+    const std::vector<Row> rows = sample_rows(last, 0, true, dialect, 1);
+    return rows.empty() ? Row{} : rows.front();
+}
+
 TextDialect dialect_of(const TextHints& hints, char row_end) {
     TextDialect dialect;
     dialect.row_end = row_end;
@@ -121,13 +136,24 @@ struct Choice {
     std::size_t header;
 };
 
+bool has_known_names(const Row& row, const TextHints& hints) {
+    constexpr std::ptrdiff_t kEnough = 2;
+    return hints.is_known_name &&
+           std::count_if(row.cells.begin(), row.cells.end(), hints.is_known_name) >= kEnough;
+}
+
 std::optional<Choice> choose_delimiter(std::string_view head, std::size_t begin, bool whole,
-                                       TextDialect dialect) {
+                                       TextDialect dialect, const TextHints& hints) {
     constexpr std::array<char, 5> kDelimiters = {'\t', ';', ',', '|', ' '};
     std::array<std::vector<Row>, kDelimiters.size()> rows;
     for (std::size_t i = 0; i < kDelimiters.size(); ++i) {
         dialect.delimiter = kDelimiters[i];
         rows[i] = sample_rows(head, begin, whole, dialect, kSampleRows + kMostTitles);
+        // Names that are looked for leave no doubt, even where rows disagree: the survey
+        // of the table will name the line.
+        if (!rows[i].empty() && has_known_names(rows[i].front(), hints)) {
+            return Choice{kDelimiters[i], 0};
+        }
     }
     for (std::size_t header = 0; header <= kMostTitles; ++header) {
         for (std::size_t i = 0; i < kDelimiters.size(); ++i) {
@@ -139,8 +165,6 @@ std::optional<Choice> choose_delimiter(std::string_view head, std::size_t begin,
             }
         }
     }
-    // Rows that don't agree: the survey of the table will name the line, if there is a
-    // separator at all.
     for (std::size_t i = 0; i < kDelimiters.size(); ++i) {
         if (!rows[i].empty() && width(rows[i].front()) > 1) {
             return Choice{kDelimiters[i], 0};
@@ -187,10 +211,10 @@ TextHead read_text_head(std::string_view head, bool whole, const TextHints& hint
     std::size_t header = 0;
     if (hints.delimiter) {
         found.dialect.delimiter = *hints.delimiter;
-    } else if (const auto choice = choose_delimiter(head, begin, whole, found.dialect)) {
+    } else if (const auto choice = choose_delimiter(head, begin, whole, found.dialect, hints)) {
         found.dialect.delimiter = choice->delimiter;
         header = choice->header;
-    } else if (!hints.header_rows) {
+    } else if (!hints.header_rows && !hints.one_column_will_do) {
         throw ReadError(
             "no table of several columns: neither tab, semicolon, comma, bar nor "
             "blanks part the first line");
@@ -216,14 +240,24 @@ TextHead read_text_head(std::string_view head, bool whole, const TextHints& hint
         has_header = false;
         header_end = header;
     }
-    if (has_header) {
+    if (!has_header && !hints.header_rows) {
+        const Row named =
+            row_in_comment(head.substr(text_begin, begin - text_begin), found.dialect);
+        if (named.cells.size() == width_of_all(rows) && is_header(named)) {
+            found.names = named.cells;
+        }
+    }
+    if (!found.names.empty()) {
+        // Taken from the comment.
+    } else if (has_header) {
         found.names.assign(
             rows[header].cells.begin(),
             rows[header].cells.begin() + static_cast<std::ptrdiff_t>(width(rows[header])));
     } else {
         found.names.assign(width_of_all(rows), std::string());
     }
-    found.decimal_point = decimal_point_of(rows, found.dialect.delimiter);
+    found.decimal_point =
+        decimal_point_of(std::span(rows).subspan(header_end), found.dialect.delimiter);
     found.data_begin = header_end == 0 ? begin : rows[header_end - 1].end;
     return found;
 }

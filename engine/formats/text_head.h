@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,6 +23,11 @@ struct TextHints {
     /// Rows of the header counted from 1 behind leading comments: the first has the
     /// names. Empty when the table has no header; nothing when it isn't known.
     std::optional<std::vector<std::int64_t>> header_rows;
+    /// A table of one column will do: something else says what it means.
+    bool one_column_will_do = false;
+    /// Tells names that a header is expected to have; of several separators the one
+    /// that brings two of them to light is taken.
+    std::function<bool(std::string_view)> is_known_name;
 };
 
 /// What a gridded GEO-EAS text states on its second line.

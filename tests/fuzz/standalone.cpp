@@ -79,7 +79,7 @@ int main(int count, char** arguments) {
         std::cerr << "usage: COPIES FILE...\n";
         return 2;
     }
-    const int copies = std::atoi(arguments[1]);
+    const int copies = std::stoi(arguments[1]);
     std::mt19937 random(20);
     for (int i = 2; i < count; ++i) {
         const std::string input = read_input(arguments[i]);

@@ -97,8 +97,8 @@ TEST(TextSource, RecognisesTheLayout) {
          "3 in 0 0 0 to 3 2 20 at 0 0 5; 3x2x2; first 0 0 0 to 1 1 10; au:integer"},
         {"indices", "i,j,k,au\n0,0,0,1\n1,2,3,2\n", "",
          "2 in 0 0 0 to 2 3 4 at 0 0 0; 2x3x4; first 0 0 0 to 1 1 1; au:integer"},
-        {"whole coordinates from 1 without z", "X,Y,V\n1,1,0.5\n2,3,1\n", "",
-         "2 in 0 0 0 to 2 3 1 at 0 0 0; 2x3x1; first 0 0 0 to 1 1 1; V:double"},
+        {"whole coordinates from 1 without z", "X,Y,V\n1,1,0.5\n2,3,1\n2,2,1\n", "",
+         "3 in 0 0 0 to 2 3 1 at 0 0 0; 2x3x1; first 0 0 0 to 1 1 1; V:double"},
         {"sub-blocks of halves",
          "x,y,z,dx,dy,dz,g\n5,5,5,10,10,10,a\n12.5,5,5,5,10,10,b\n17.5,5,5,5,10,10,c\n", "",
          "3 in 0 0 0 to 20 10 10 at 0 0 0; 2x1x1; derived 4x1x1; first 0 0 0 to 10 10 10; "
@@ -127,6 +127,22 @@ TEST(TextSource, RecognisesTheLayout) {
          "2 in 0 0 0 to 2 2 2 at 0 0 0; 2x2x2; first 0 0 0 to 1 1 1; whole:integer big:int64 "
          "real:double "
          "word:string none:double mixed:string"},
+        {"rounded sizes at large coordinates",
+         "x,y,z,dx,dy,dz\n500006.25,7000005,5,12.4999,10,10\n500018.75,7000005,5,12.4999,10,10\n"
+         "501256.25,7000005,5,12.4999,10,10\n",
+         "", "3 in 0 0 0 to 1262.5 10 10 at 500000 7000000 0; 101x1x1; first 0 0 0 to 12.5 10 10;"},
+        {"a sliver above a parent",
+         "x,y,z,dx,dy,dz\n5,5,500,10,10,1000\n5,5,1000.03125,10,10,0.0625\n", "",
+         "2 in 0 0 0 to 10 10 1000.0625 at 0 0 0; 1x1x1; derived 1x1x1; first 0 0 0 to 10 10 "
+         "1000;"},
+        {"counted cells with sizes", "i,j,k,dx,dy,dz\n0,0,0,10,20,5\n1,2,3,10,20,5\n", "",
+         "2 in 0 0 0 to 20 60 20 at 0 0 0; 2x3x4; first 0 0 0 to 10 20 5;"},
+        {"one layer of a stated height", "x,y,dx,dy,dz\n5,5,10,10,5\n15,5,10,10,5\n", "",
+         "2 in 0 0 0 to 20 10 5 at 0 0 0; 2x1x1; first 0 0 0 to 10 10 5;"},
+        {"lower corners and sizes", "xmin,ymin,zmin,dx,dy,dz\n0,0,0,4,4,4\n4,0,0,4,4,4\n", "",
+         "2 in 0 0 0 to 8 4 4 at 0 0 0; 2x1x1; first 0 0 0 to 4 4 4;"},
+        {"decimal commas that come late", "x;y;z;a\n1;1;1;0\n2;2;2;0,75\n3;3;3;0\n", "",
+         "3 in 0 0 0 to 3 3 3 at 0 0 0; 3x3x3; first 0 0 0 to 1 1 1; a:double"},
         {"geo-eas lattice", "t\n1 2 2 1 0.5 1 5 1 2 10 1\nv\n1\n2\n3\n4\n", "",
          "4 in 0 0 0 to 2 4 10 at 0 0 0; 2x2x1; first 0 0 0 to 1 2 10; v:integer"},
     });
@@ -142,6 +158,9 @@ TEST(TextSource, FollowsTheSidecar) {
         {"rotated", "x,y,z,v\n-5,5,5,1\n-5,15,5,2\n",
          R"({"block:model":{"origin":[0,0,0],"rotation":[90,0,0],"parentSize":[10,10,10]}})",
          "2 in 0 0 0 to 20 10 10 at 0 0 0; 2x1x1; first 0 0 0 to 10 10 10; v:integer"},
+        {"rotated and rounded to centimetres", "x,y,z\n1.83,6.83,5\n10.49,11.83,5\n",
+         R"({"block:model":{"origin":[0,0,0],"rotation":[30,0,0],"parentSize":[10,10,10],"count":[2,1,1]}})",
+         "2 in 0 0 0 to 20 10 10 at 0 0 0; 2x1x1; first 0 0 0 to 10 10 10;"},
         {"local coordinates and a turn", "x,y,z\n5,5,5\n15,5,5\n",
          R"({"block:model":{"origin":[7,8,9],"rotation":[30,0,0],"coordinates":"local","parentSize":[10,10,10],"count":[3,1,1]}})",
          "2 in 0 0 0 to 30 10 10 at 7 8 9; 3x1x1; first 0 0 0 to 10 10 10;"},
@@ -210,6 +229,11 @@ TEST(TextSource, RefusesWithAReason) {
         {"blocks outside of the stated model", good,
          R"({"block:model":{"origin":[100,0,0],"parentSize":[10,10,10]}})",
          "blocks span -100 to -90 along x of the model, which is stated to span 0 to 10"},
+        {"units below the header", "x,y,z\nm,m,m\n5,5,5\n", "",
+         "line 2: column 'x': 'm' is not a number; if the line holds units, a sidecar can say so: "
+         "\"headerRows\": [1, 2]"},
+        {"a block thinner than doubles", good + "1e17,5,5,1,10,10,1\n", "",
+         "line 3: column 'dx': '1' is too small a size for a block so far out"},
         {"a sidecar that is no JSON", good, "{",
          "in the sidecar TABLE.json: not JSON at byte 1: Missing a name for object member."},
         {"a wrong type in the sidecar", good, R"({"schema":{"fields":[{"name":7}]}})",

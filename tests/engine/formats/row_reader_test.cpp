@@ -65,7 +65,9 @@ TEST(RowReader, TakesRowsApart) {
         {"windows", "a,b\r\nc,\r\n", dialect(','), "|a|b\n|c|\n"},
         {"old mac", "a,b\rc,d\r", old_mac, "|a|b\n|c|d\n"},
         {"blank rows", "\n  \na,b\n\r\n\n", dialect(','), "|a|b\n"},
-        {"empty cells", ",\n,,\n", dialect(','), "||\n|||\n"},
+        {"empty cells", "a,\n,,b\n", dialect(','), "|a|\n|||b\n"},
+        {"rows of separators and an end-of-file mark", "a,b\n,\n , \n\x1a", dialect(','), "|a|b\n"},
+        {"an empty text is a text", "\"\",\n", dialect(','), "||\n"},
         {"blanks around", " a , b c \n", dialect(','), "|a|b c\n"},
         {"quoted", "\"a,b\",\"c\nd\",\"e\"\"f\"\n", dialect(','), "|a,b|c\nd|e\"f\n"},
         {"blanks in quotes stay", "\" a \",b\n", dialect(','), "| a |b\n"},
@@ -79,7 +81,7 @@ TEST(RowReader, TakesRowsApart) {
         {"comments", "#x\na,b\n#\"\nc,d\n", commented, "|a|b\n|c|d\n"},
         {"no quotes", "\"a,b\n", unquoted, "|\"a|b\n"},
         {"runs of blanks", "  1 \t 2\n3 4  \r\n", dialect(' '), "|1|2\n|3|4\n"},
-        {"quoted among blanks", "1 \"a b\" 2\n", dialect(' '), "|1|a b|2\n"},
+        {"quoted among blanks", "1 \"a \"\"b\"\"\" 2\n", dialect(' '), "|1|a \"b\"|2\n"},
         {"tabs", "a\t\tb c\n", dialect('\t'), "|a||b c\n"},
     };
     for (const Case& c : cases) {
@@ -92,15 +94,15 @@ TEST(RowReader, TakesRowsApart) {
 std::string plain_rows_of(const std::string& text) {
     std::string seen;
     std::string row;
-    bool has_cells = false;
+    bool has_quotes = false;
     bool quoted = false;
     bool at_start = true;
     const auto end_row = [&] {
-        if (has_cells || row != "|") {
+        if (has_quotes || row.find_first_not_of('|') != row.npos) {
             seen += row + "\n";
         }
         row = "|";
-        has_cells = false;
+        has_quotes = false;
     };
     row = "|";
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -112,10 +114,9 @@ std::string plain_rows_of(const std::string& text) {
             row += quoted ? std::string(1, c) : "";
         } else if (c == '"' && at_start) {
             quoted = true;
-            has_cells = true;
+            has_quotes = true;
         } else if (c == ',') {
             row += "|";
-            has_cells = true;
         } else if (c == '\n') {
             end_row();
         } else {
@@ -123,9 +124,7 @@ std::string plain_rows_of(const std::string& text) {
         }
         at_start = !quoted && (c == ',' || c == '\n');
     }
-    if (row != "|") {
-        end_row();
-    }
+    end_row();
     return seen;
 }
 

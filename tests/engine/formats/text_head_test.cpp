@@ -58,6 +58,8 @@ TEST(TextHead, IsToldFromTheFirstRows) {
         {"old mac", "x,y\r1,2\r", ",|x|y@4"},
         {"geo-eas", "title\n2\nfirst name\nsecond\n1 2\n", " |first name|second@26"},
         {"geo-eas on a lattice", "t\n1 2 1 1 .5 .5 .5 1 1 1\nv\n7\n8\n", " |v@27 lattice"},
+        {"header in a comment", "# made by hand\n# x y v\n1 2 3\n4 5 6\n", " |x|y|v@23"},
+        {"a comment that is none", "# made by hand today\n1 2 3\n", " |||@21"},
         {"numbers are no geo-eas", "5,2\n1,1\n7,2\n8,1\n", ",||@0"},
         {"empty", "", "the file is empty"},
         {"blank", "\n \n", "the file holds no rows"},
@@ -83,6 +85,10 @@ TEST(TextHead, FollowsWhatIsKnownBeforehand) {
     TextHints values;
     values.header_rows.emplace();
     EXPECT_EQ(head_of("-775\n-676\n", values), ",|@0");
+    TextHints knowing;
+    knowing.is_known_name = [](std::string_view name) { return name == "x" || name == "y"; };
+    EXPECT_EQ(head_of("x,y,code;sub\n1,2,A;1\n", knowing), ",|x|y|code;sub@13");
+    EXPECT_EQ(head_of("x,y,rock type\n1,2,a\n1,2\n", knowing), ",|x|y|rock type@14");
     TextHints stated;
     stated.delimiter = ',';
     EXPECT_EQ(head_of("x;a,y\n1,2\n", stated), ",|x;a|y@6");
