@@ -174,11 +174,17 @@ void BoxTree::BoundLeaves(BoxOf box_of) {
                           {-kFloatInfinity, -kFloatInfinity, -kFloatInfinity}};
     nodes_.assign(total, kEmpty);
 
+    // Boxes may come from a file that is decoded piece by piece: asked along the curve,
+    // nearly each of them could cost a piece.
+    std::vector<std::uint32_t> leaf_of(order_.size());
     for (std::size_t place = 0; place < order_.size(); ++place) {
-        const geometry::Extent box = box_of(order_[place]);
+        leaf_of[order_[place]] = static_cast<std::uint32_t>(place / kFanOut);
+    }
+    for (std::size_t block = 0; block < leaf_of.size(); ++block) {
+        const geometry::Extent box = box_of(static_cast<std::int64_t>(block));
         const Vector lower{box.x0 - origin_.x, box.y0 - origin_.y, box.z0 - origin_.z};
         const Vector upper{box.x1 - origin_.x, box.y1 - origin_.y, box.z1 - origin_.z};
-        Node& leaf = nodes_[place / kFanOut];
+        Node& leaf = nodes_[leaf_of[block]];
         for (std::size_t axis = 0; axis < 3; ++axis) {
             leaf.lower[axis] = std::min(leaf.lower[axis], rounded(lower[axis]));
             leaf.upper[axis] = std::max(leaf.upper[axis], rounded(upper[axis]));

@@ -18,7 +18,7 @@ namespace zol::engine::block {
 /// asked of the caller, who must answer the same box for a block at every call.
 ///
 /// Memory: 7.5 bytes a block, 12 while it is built. Building takes O(n log n) and
-/// asks each box three times, twice of these in block order. A search takes
+/// asks for all boxes three times, each time in block order. A search takes
 /// O(log n) where few bounds overlap at the point, which is so for boxes that
 /// hardly overlap and are not extremely uneven in size or spacing; O(n) at worst.
 /// It allocates nothing. Searches may run in several threads as far as `BoxOf`

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <utility>
 
-#include "engine/block/omf1_values.h"
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
 
@@ -22,7 +21,8 @@ std::string text_of(std::int64_t value) {
 template <typename T>
 class NumberColumn final : public Column {
 public:
-    NumberColumn(Omf1Columns::SharedItems<T> items, std::size_t width, std::size_t component)
+    NumberColumn(Omf1Columns::Shared<std::unique_ptr<T[]>> items, std::size_t width,
+                 std::size_t component)
         : items_(std::move(items)), width_(width), component_(component) {}
 
     double Number(std::int64_t block) override {
@@ -39,14 +39,15 @@ private:
         return static_cast<std::size_t>(block) * width_ + component_;
     }
 
-    Omf1Columns::SharedItems<T> items_;
+    Omf1Columns::Shared<std::unique_ptr<T[]>> items_;
     std::size_t width_;
     std::size_t component_;
 };
 
 class CodeColumn final : public Column {
 public:
-    explicit CodeColumn(Lazy<std::vector<std::int32_t>> codes) : codes_(std::move(codes)) {}
+    explicit CodeColumn(Omf1Columns::Shared<std::vector<std::int32_t>> codes)
+        : codes_(std::move(codes)) {}
 
     double Number(std::int64_t block) override {
         const std::int32_t code = Code(block);
@@ -59,34 +60,35 @@ public:
 
 private:
     std::int32_t Code(std::int64_t block) {
-        const std::vector<std::int32_t>* codes = codes_.Get();
+        const std::vector<std::int32_t>* codes = codes_->Get();
         return codes == nullptr ? kNoCode : (*codes)[static_cast<std::size_t>(block)];
     }
 
-    Lazy<std::vector<std::int32_t>> codes_;
+    Omf1Columns::Shared<std::vector<std::int32_t>> codes_;
 };
 
 class ColourColumn final : public Column {
 public:
-    explicit ColourColumn(Lazy<std::vector<Colour>> colours) : colours_(std::move(colours)) {}
+    explicit ColourColumn(Omf1Columns::Shared<std::vector<Colour>> colours)
+        : colours_(std::move(colours)) {}
 
     double Number(std::int64_t) override { return kMissing; }
     std::string Text(std::int64_t block) override {
-        const std::vector<Colour>* colours = colours_.Get();
+        const std::vector<Colour>* colours = colours_->Get();
         return colours == nullptr ? "" : colour_text((*colours)[static_cast<std::size_t>(block)]);
     }
 
 private:
-    Lazy<std::vector<Colour>> colours_;
+    Omf1Columns::Shared<std::vector<Colour>> colours_;
 };
 
 class TextColumn final : public Column {
 public:
-    explicit TextColumn(Lazy<Texts> texts) : texts_(std::move(texts)) {}
+    explicit TextColumn(Omf1Columns::Shared<Texts> texts) : texts_(std::move(texts)) {}
 
     double Number(std::int64_t) override { return kMissing; }
     std::string Text(std::int64_t block) override {
-        const Texts* texts = texts_.Get();
+        const Texts* texts = texts_->Get();
         if (texts == nullptr) return {};
         const auto index = static_cast<std::size_t>(block);
         const std::size_t start = index == 0 ? 0 : texts->ends[index - 1];
@@ -94,12 +96,12 @@ public:
     }
 
 private:
-    Lazy<Texts> texts_;
+    Omf1Columns::Shared<Texts> texts_;
 };
 
 template <typename T>
-std::vector<std::unique_ptr<Column>> columns_over(const Omf1Columns::SharedItems<T>& items,
-                                                  std::size_t width) {
+std::vector<std::unique_ptr<Column>> columns_over(
+    const Omf1Columns::Shared<std::unique_ptr<T[]>>& items, std::size_t width) {
     std::vector<std::unique_ptr<Column>> columns;
     for (std::size_t i = 0; i < width; ++i) {
         columns.push_back(std::make_unique<NumberColumn<T>>(items, width, i));
@@ -113,60 +115,66 @@ Omf1Columns::Omf1Columns(std::shared_ptr<const File> file, const Omf1Document& d
                          std::int64_t n_blocks)
     : file_(std::move(file)), document_(&document), n_blocks_(static_cast<std::size_t>(n_blocks)) {}
 
-Omf1Blob Omf1Columns::BlobOfRows(const JsonValue& reference, std::string_view array_class,
-                                 std::size_t width) const {
+Omf1Blob Omf1Columns::BlobOfRows(const std::string& data_name, const JsonValue& reference,
+                                 std::string_view array_class, std::size_t width) const {
     Omf1Blob blob = document_->Blob(reference, {array_class});
+    blob.name += " of \"" + data_name + "\"";
     check_can_hold(blob, n_blocks_ * width * sizeof(double));
     return blob;
 }
 
 template <typename T>
-Omf1Columns::SharedItems<T> Omf1Columns::Items(const Omf1Blob& blob, std::size_t width) const {
-    return std::make_shared<Lazy<std::unique_ptr<T[]>>>(
-        file_->Path(), [file = file_, blob, count = n_blocks_ * width] {
-            return inflate_items<T>(*file, blob, count);
+Omf1Columns::Shared<T> Omf1Columns::Values(ByPlace<T>& known, const Omf1Blob& blob,
+                                           std::size_t count, Decode<T> decode) const {
+    Shared<T>& values = known[{blob.start, blob.length, blob.type, count}];
+    if (!values) {
+        values = std::make_shared<Lazy<T>>(file_->Path(), [file = file_, blob, count, decode] {
+            return decode(*file, blob, count);
         });
+    }
+    return values;
 }
 
-Omf1Columns::Numbers Omf1Columns::MakeNumbers(const JsonValue& reference,
+Omf1Columns::Numbers Omf1Columns::MakeNumbers(const std::string& data_name,
+                                              const JsonValue& reference,
                                               std::string_view array_class, std::size_t width) {
-    const Omf1Blob blob = BlobOfRows(reference, array_class, width);
-    // The class of an array fixes its width, so that the UUID alone tells arrays apart.
+    const Omf1Blob blob = BlobOfRows(data_name, reference, array_class, width);
+    const std::size_t count = n_blocks_ * width;
     if (blob.type == Omf1Blob::Type::Int64) {
-        SharedItems<std::int64_t>& items = integers_[reference.Text()];
-        if (!items) items = Items<std::int64_t>(blob, width);
+        const auto items = Values(integers_, blob, count, &inflate_items<std::int64_t>);
         return {Storage::Int64, columns_over<std::int64_t>(items, width)};
     }
-    SharedItems<double>& items = doubles_[reference.Text()];
-    if (!items) items = Items<double>(blob, width);
+    const auto items = Values(doubles_, blob, count, &inflate_items<double>);
     return {Storage::Double, columns_over<double>(items, width)};
 }
 
-std::unique_ptr<Column> Omf1Columns::MakeCodes(const JsonValue& reference) {
-    const Omf1Blob blob = BlobOfRows(reference, "ScalarArray", 1);
-    return std::make_unique<CodeColumn>(Lazy<std::vector<std::int32_t>>(
-        file_->Path(),
-        [file = file_, blob, count = n_blocks_] { return read_codes(*file, blob, count); }));
+std::unique_ptr<Column> Omf1Columns::MakeCodes(const std::string& data_name,
+                                               const JsonValue& reference) {
+    const Omf1Blob blob = BlobOfRows(data_name, reference, "ScalarArray", 1);
+    return std::make_unique<CodeColumn>(Values(codes_, blob, n_blocks_, &read_codes));
 }
 
-std::unique_ptr<Column> Omf1Columns::MakeColours(const JsonValue& reference) {
-    const Omf1Blob blob = BlobOfRows(reference, "Int3Array", 3);
+std::unique_ptr<Column> Omf1Columns::MakeColours(const std::string& data_name,
+                                                 const JsonValue& reference) {
+    const Omf1Blob blob = BlobOfRows(data_name, reference, "Int3Array", 3);
     if (blob.type != Omf1Blob::Type::Int64) {
         throw ReadError(blob.name + " is of colours and does not hold whole numbers");
     }
-    return std::make_unique<ColourColumn>(Lazy<std::vector<Colour>>(
-        file_->Path(),
-        [file = file_, blob, count = n_blocks_] { return read_colours(*file, blob, count); }));
+    return std::make_unique<ColourColumn>(Values(colours_, blob, n_blocks_, &read_colours));
 }
 
 std::unique_ptr<Column> Omf1Columns::MakeTexts(const JsonValue& reference,
                                                std::string_view array_class) {
     const std::string uuid = reference.Text();
     const JsonValue array = document_->Follow(reference, {array_class});
-    if (good_lists_.insert(uuid).second) check_texts(array, n_blocks_);
-    return std::make_unique<TextColumn>(Lazy<Texts>(
-        file_->Path(),
-        [file = file_, uuid, count = n_blocks_] { return read_texts(*file, uuid, count); }));
+    Shared<Texts>& texts = texts_[uuid];
+    if (!texts) {
+        check_texts(array, n_blocks_);
+        texts = std::make_shared<Lazy<Texts>>(
+            file_->Path(),
+            [file = file_, uuid, count = n_blocks_] { return read_texts(*file, uuid, count); });
+    }
+    return std::make_unique<TextColumn>(texts);
 }
 
 }  // namespace zol::engine::block

@@ -4,14 +4,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
+#include "engine/block/omf1_values.h"
 #include "engine/block/variable.h"
 #include "engine/formats/file.h"
 #include "engine/formats/json.h"
@@ -21,11 +22,13 @@
 namespace zol::engine::block {
 
 /// Makes the columns of one element. All operations take the value that refers to an
-/// array, and throw ReadError when the array can't have one row for each block.
+/// array, and throw ReadError when the array can't have one row for each block. Columns
+/// of one kind over the same bytes of the file share their values, whichever array
+/// objects they go through; an error in them names the data that came first.
 class Omf1Columns {
 public:
     template <typename T>
-    using SharedItems = std::shared_ptr<Lazy<std::unique_ptr<T[]>>>;
+    using Shared = std::shared_ptr<Lazy<T>>;
 
     /// `document` is of `file` and outlives this object, but the columns need only the file.
     Omf1Columns(std::shared_ptr<const File> file, const Omf1Document& document,
@@ -35,29 +38,40 @@ public:
         Storage storage = Storage::Double;
         std::vector<std::unique_ptr<Column>> components;
     };
-    /// Numbers as they are, `width` to a block. Columns over one array share its values.
-    Numbers MakeNumbers(const JsonValue& reference, std::string_view array_class,
-                        std::size_t width);
+    /// Numbers as they are, `width` to a block.
+    Numbers MakeNumbers(const std::string& data_name, const JsonValue& reference,
+                        std::string_view array_class, std::size_t width);
     /// Indices into legends; -1 and NaN are missing.
-    std::unique_ptr<Column> MakeCodes(const JsonValue& reference);
+    std::unique_ptr<Column> MakeCodes(const std::string& data_name, const JsonValue& reference);
     /// Texts "#RRGGBBFF".
-    std::unique_ptr<Column> MakeColours(const JsonValue& reference);
+    std::unique_ptr<Column> MakeColours(const std::string& data_name, const JsonValue& reference);
     /// Texts of an inline list.
     std::unique_ptr<Column> MakeTexts(const JsonValue& reference, std::string_view array_class);
 
 private:
-    Omf1Blob BlobOfRows(const JsonValue& reference, std::string_view array_class,
-                        std::size_t width) const;
+    // Start, length and type of a blob, and how many items are expected in it: array
+    // objects of different widths may lay claim to the same bytes.
+    using Place = std::tuple<std::uint64_t, std::uint64_t, Omf1Blob::Type, std::size_t>;
     template <typename T>
-    SharedItems<T> Items(const Omf1Blob& blob, std::size_t width) const;
+    using ByPlace = std::map<Place, Shared<T>>;
+    template <typename T>
+    using Decode = T (*)(const File& file, const Omf1Blob& blob, std::size_t count);
+
+    Omf1Blob BlobOfRows(const std::string& data_name, const JsonValue& reference,
+                        std::string_view array_class, std::size_t width) const;
+    template <typename T>
+    Shared<T> Values(ByPlace<T>& known, const Omf1Blob& blob, std::size_t count,
+                     Decode<T> decode) const;
 
     std::shared_ptr<const File> file_;
     const Omf1Document* document_;
     std::size_t n_blocks_;
-    std::unordered_map<std::string, SharedItems<double>> doubles_;
-    std::unordered_map<std::string, SharedItems<std::int64_t>> integers_;
-    // Inline lists whose items were found good, by UUID.
-    std::unordered_set<std::string> good_lists_;
+    ByPlace<std::unique_ptr<double[]>> doubles_;
+    ByPlace<std::unique_ptr<std::int64_t[]>> integers_;
+    ByPlace<std::vector<std::int32_t>> codes_;
+    ByPlace<std::vector<Colour>> colours_;
+    // Of inline lists whose items were found good, by UUID.
+    std::unordered_map<std::string, Shared<Texts>> texts_;
 };
 
 }  // namespace zol::engine::block

@@ -11,6 +11,7 @@
 #include "engine/block/cell_order.h"
 #include "engine/block/lattice.h"
 #include "engine/block/omf1_variables.h"
+#include "engine/block/sidecar_file.h"
 #include "engine/formats/json.h"
 #include "engine/formats/omf1_file.h"
 #include "engine/formats/read_error.h"
@@ -53,10 +54,7 @@ CellOrder stated_order(const File& file) {
     const std::string path = file.Path() + ".json";
     if (!File::Exists(path)) return {};
     try {
-        const File sidecar(path);
-        const std::vector<std::byte> bytes = sidecar.ReadExactly(0, sidecar.Size());
-        const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-        const JsonDocument document(text, JsonDocument::Dialect::Strict);
+        const JsonDocument document(read_sidecar_file(path), JsonDocument::Dialect::Strict);
         const std::optional<JsonValue> model = document.Root().Find("block:model");
         if (!model) return {};
         const std::optional<JsonValue> order = model->Find("order");

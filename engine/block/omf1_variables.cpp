@@ -90,7 +90,7 @@ Variable& VariableReader::Add(const std::string& name, Storage storage,
     Variable variable;
     variable.name = names_.Take(name);
     if (variable.name != name) {
-        report(path_, "the name \"" + name + "\" is taken; its variable is called \"" +
+        report(path_, "the name \"" + name + "\" is taken or too long; its variable is called \"" +
                           variable.name + "\"");
     }
     variable.description = description_;
@@ -101,13 +101,13 @@ Variable& VariableReader::Add(const std::string& name, Storage storage,
 }
 
 void VariableReader::AddNumbers(const JsonValue& array, std::string_view array_class) {
-    Omf1Columns::Numbers numbers = columns_.MakeNumbers(array, array_class, 1);
+    Omf1Columns::Numbers numbers = columns_.MakeNumbers(name_, array, array_class, 1);
     Add(name_, numbers.storage, std::move(numbers.components.front()));
 }
 
 void VariableReader::AddVectors(const JsonValue& array, std::string_view array_class,
                                 std::size_t width) {
-    Omf1Columns::Numbers numbers = columns_.MakeNumbers(array, array_class, width);
+    Omf1Columns::Numbers numbers = columns_.MakeNumbers(name_, array, array_class, width);
     for (std::size_t i = 0; i < width; ++i) {
         Add(name_ + "." + "xyz"[i], numbers.storage, std::move(numbers.components[i]));
     }
@@ -116,13 +116,14 @@ void VariableReader::AddVectors(const JsonValue& array, std::string_view array_c
 void VariableReader::AddColours(const JsonValue& array) {
     const JsonValue object = document_.Follow(array, {"Int3Array", "ColorArray"});
     Add(name_, Storage::Text,
-        Omf1Document::ClassOf(object) == "Int3Array" ? columns_.MakeColours(array)
+        Omf1Document::ClassOf(object) == "Int3Array" ? columns_.MakeColours(name_, array)
                                                      : columns_.MakeTexts(array, "ColorArray"));
 }
 
 void VariableReader::AddCodes(const JsonValue& data, const JsonValue& array) {
     std::vector<Translation> translations = ReadLegends(data);
-    Add(name_, Storage::Integer, columns_.MakeCodes(array)).translations = std::move(translations);
+    Add(name_, Storage::Integer, columns_.MakeCodes(name_, array)).translations =
+        std::move(translations);
 }
 
 // Names from the first legend of texts; without one they are made, as many as the

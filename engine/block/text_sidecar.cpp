@@ -1,5 +1,6 @@
 #include "engine/block/text_sidecar.h"
 
+#include "engine/block/sidecar_file.h"
 #include "engine/formats/diagnostics.h"
 #include "engine/formats/file.h"
 #include "engine/formats/read_error.h"
@@ -9,9 +10,6 @@
 namespace zol::engine::block {
 
 namespace {
-
-// No sidecar that people write comes near; what is larger is some other JSON file.
-constexpr std::uint64_t kLargestSidecar = std::uint64_t{64} << 20;
 
 std::string folder_of(const std::string& path) {
     const std::size_t slash = path.rfind('/');
@@ -238,15 +236,6 @@ void check_path(const JsonValue& path) {
     }
 }
 
-std::string read_text(const std::string& path) {
-    const File file(path);
-    if (file.Size() > kLargestSidecar) {
-        throw ReadError("the file is too large for a sidecar");
-    }
-    const std::vector<std::byte> bytes = file.ReadExactly(0, file.Size());
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 // What `read` finds wrong names the sidecar.
 template <class Read>
 auto naming_sidecar(const std::string& path, Read read) {
@@ -285,7 +274,7 @@ std::optional<TextSidecar> find_in(const std::string& path, const std::string& t
     }
     std::optional<JsonDocument> document;
     try {
-        document.emplace(read_text(path), JsonDocument::Dialect::Strict);
+        document.emplace(read_sidecar_file(path), JsonDocument::Dialect::Strict);
     } catch (const ReadError& error) {
         report(table, file_name_of(path) + " beside it is passed over: " + error.what());
         return std::nullopt;
@@ -354,7 +343,7 @@ TextSidecar find_sidecar(const std::string& table) {
     const std::string beside = table + ".json";
     if (File::Exists(beside)) {
         return naming_sidecar(beside, [&] {
-            const JsonDocument document(read_text(beside), JsonDocument::Dialect::Strict);
+            const JsonDocument document(read_sidecar_file(beside), JsonDocument::Dialect::Strict);
             TextSidecar sidecar = parse_sidecar(document.Root());
             sidecar.path = beside;
             return sidecar;

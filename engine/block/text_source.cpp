@@ -147,7 +147,7 @@ Source open_text(const std::shared_ptr<const File>& file, const std::string& ele
         const std::string name = names.Take(wanted);
         if (name != wanted) {
             report(file->Path(), "column " + shown(columns[i].header) + " is the variable " +
-                                     shown(name) + ", since its name is taken");
+                                     shown(name) + ", since its name is taken or too long");
         }
         source.variables.push_back(make_variable(columns[i], i, name, storages[i], table));
     }

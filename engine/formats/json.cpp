@@ -187,8 +187,7 @@ std::string JsonValue::Path() const {
         const Value* value;
         std::size_t next;
     };
-    // Depth first with a stack of our own: a document may be nested deeper than
-    // the machine's stack.
+    // Depth first; what is on the stack when the value is found is its path.
     std::vector<Level> levels{{&as_value(root_), 0}};
     while (levels.back().value != value_) {
         Level& level = levels.back();

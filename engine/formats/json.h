@@ -71,8 +71,7 @@ struct JsonMember {
     JsonValue value;
 };
 
-/// A parsed JSON text. Parsing is iterative: depth costs memory in proportion to
-/// the text, never stack.
+/// A parsed JSON text.
 class JsonDocument {
 public:
     enum class Dialect {
@@ -82,9 +81,10 @@ public:
     };
 
     /// Throws ReadError with the byte offset at which the text stops being JSON in
-    /// valid UTF-8, or when it is 4 GiB long. A byte-order mark is skipped. Keeps
-    /// nothing of `text`.
-    JsonDocument(std::string_view text, Dialect dialect);
+    /// valid UTF-8 or nests deeper than 200 levels, or when it is 4 GiB long. Offsets
+    /// are of the file in which the text stands from byte `text_start` on. A byte-order
+    /// mark is skipped. Keeps nothing of `text`.
+    JsonDocument(std::string_view text, Dialect dialect, std::uint64_t text_start = 0);
     JsonDocument(JsonDocument&&) noexcept;
     JsonDocument& operator=(JsonDocument&&) noexcept;
     ~JsonDocument();

@@ -27,6 +27,10 @@ constexpr unsigned kStrict = rapidjson::kParseIterativeFlag |
                              rapidjson::kParseValidateEncodingFlag;
 constexpr unsigned kWithNonFinite = kStrict | rapidjson::kParseNanAndInfFlag;
 
+// Far more than any reader looks into. Each level costs the parser many times the byte
+// that opens it.
+constexpr int kDeepest = 200;
+
 // Builds a document, with numbers of our own conversion: the parser's exact one does
 // undefined things with a long row of zeros.
 class Events {
@@ -41,10 +45,16 @@ public:
     bool Key(const char* text, rapidjson::SizeType length, bool copy) {
         return document_.Key(text, length, copy);
     }
-    bool StartObject() { return document_.StartObject(); }
-    bool EndObject(rapidjson::SizeType count) { return document_.EndObject(count); }
-    bool StartArray() { return document_.StartArray(); }
-    bool EndArray(rapidjson::SizeType count) { return document_.EndArray(count); }
+    bool StartObject() { return Enter() && document_.StartObject(); }
+    bool EndObject(rapidjson::SizeType count) {
+        --depth_;
+        return document_.EndObject(count);
+    }
+    bool StartArray() { return Enter() && document_.StartArray(); }
+    bool EndArray(rapidjson::SizeType count) {
+        --depth_;
+        return document_.EndArray(count);
+    }
 
     bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
         const char* end = text + length;
@@ -67,8 +77,16 @@ public:
     bool Uint64(std::uint64_t value) { return document_.Uint64(value); }
     bool Double(double value) { return document_.Double(value); }
 
+    bool IsTooDeep() const { return depth_ > kDeepest; }
+
 private:
+    bool Enter() {
+        ++depth_;
+        return !IsTooDeep();
+    }
+
     Document& document_;
+    int depth_ = 0;
 };
 
 const char* fault_text(rapidjson::ParseErrorCode code) {
@@ -82,34 +100,45 @@ struct JsonDocument::State {
     Document document;
 };
 
-JsonDocument::JsonDocument(std::string_view text, Dialect dialect)
+JsonDocument::JsonDocument(std::string_view text, Dialect dialect, std::uint64_t text_start)
     : state_(std::make_unique<State>()) {
-    const std::size_t skipped = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
-    text.remove_prefix(skipped);
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(kByteOrderMark)) {
+        text.remove_prefix(kByteOrderMark.size());
+        text_start += kByteOrderMark.size();
+    }
+    const auto byte = [text_start](std::size_t offset) {
+        return "byte " + std::to_string(text_start + offset);
+    };
     // The parser counts in 32 bits.
     if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
         throw ReadError("JSON of " + std::to_string(text.size()) + " bytes, 4 GiB is the limit");
     }
     // An empty view may hold a null pointer, which the stream must not see.
-    if (text.empty()) throw ReadError("not JSON at byte 0: the text is empty");
+    if (text.empty()) throw ReadError("not JSON at " + byte(0) + ": the text is empty");
     rapidjson::MemoryStream stream(text.data(), text.size());
     Reader reader;
+    bool too_deep = false;
     const auto parse = [&](Document& document) {
         Events events(document);
         const rapidjson::ParseResult result = dialect == Dialect::Strict
                                                   ? reader.Parse<kStrict>(stream, events)
                                                   : reader.Parse<kWithNonFinite>(stream, events);
+        too_deep = events.IsTooDeep();
         return !result.IsError();
     };
     state_->document.Populate(parse);
+    if (too_deep) {
+        throw ReadError("JSON nested deeper than " + std::to_string(kDeepest) + " levels at " +
+                        byte(reader.GetErrorOffset()));
+    }
     if (reader.HasParseError()) {
-        throw ReadError("not JSON at byte " + std::to_string(skipped + reader.GetErrorOffset()) +
-                        ": " + fault_text(reader.GetParseErrorCode()));
+        throw ReadError("not JSON at " + byte(reader.GetErrorOffset()) + ": " +
+                        fault_text(reader.GetParseErrorCode()));
     }
     // The parser takes a NUL byte for the end of the text.
     if (stream.Tell() != text.size()) {
-        throw ReadError("not JSON at byte " + std::to_string(skipped + stream.Tell()) +
-                        ": a NUL byte");
+        throw ReadError("not JSON at " + byte(stream.Tell()) + ": a NUL byte");
     }
 }
 

@@ -96,7 +96,8 @@ Omf1Document::Omf1Document(const File& file) : file_(&file) {
         const std::vector<std::byte> json =
             file.ReadExactly(json_start_, file.Size() - json_start_);
         const std::string_view text(reinterpret_cast<const char*>(json.data()), json.size());
-        document_ = std::make_unique<JsonDocument>(text, JsonDocument::Dialect::WithNonFinite);
+        document_ =
+            std::make_unique<JsonDocument>(text, JsonDocument::Dialect::WithNonFinite, json_start_);
     }
     for (JsonMember& member : document_->Root().Members()) {
         if (member.value.IsObject() && member.value.NMembers() > kMostMembers) {

@@ -49,6 +49,10 @@ RowReader::Outcome RowReader::Next(CellList& cells) {
 
 // Spreadsheets leave rows of nothing but separators, and old ones an end-of-file mark.
 bool RowReader::IsPassedOver(const CellList& cells) const {
+    // One look tells nearly every row.
+    if (cells.size() > 0 && cells[0].begin != cells[0].end && *cells[0].begin > ' ') {
+        return false;
+    }
     return std::all_of(cells.begin(), cells.end(), [](const TextCell& cell) {
         const bool end_mark = cell.end - cell.begin == 1 && *cell.begin == '\x1a';
         return !cell.quoted && (end_mark || all_blank(cell.begin, cell.end));

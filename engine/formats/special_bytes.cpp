@@ -18,7 +18,8 @@ constexpr std::size_t kStep = 64;
 // A mask has a bit for each of 64 bytes: set where one of the wanted stands.
 #if defined(__SSE2__)
 
-std::uint64_t mask_of(const char* at, const std::array<char, 3>& wanted) {
+[[gnu::always_inline]] inline std::uint64_t mask_of(const char* at,
+                                                    const std::array<char, 3>& wanted) {
     const __m128i first = _mm_set1_epi8(wanted[0]);
     const __m128i second = _mm_set1_epi8(wanted[1]);
     const __m128i third = _mm_set1_epi8(wanted[2]);
@@ -37,7 +38,8 @@ std::uint64_t mask_of(const char* at, const std::array<char, 3>& wanted) {
 
 #else
 
-std::uint64_t mask_of(const char* at, const std::array<char, 3>& wanted) {
+[[gnu::always_inline]] inline std::uint64_t mask_of(const char* at,
+                                                    const std::array<char, 3>& wanted) {
     std::uint64_t mask = 0;
     for (std::size_t i = 0; i < kStep; ++i) {
         const bool hit = at[i] == wanted[0] || at[i] == wanted[1] || at[i] == wanted[2];
@@ -48,11 +50,19 @@ std::uint64_t mask_of(const char* at, const std::array<char, 3>& wanted) {
 
 #endif
 
+// Counts the bits of a mask; the plainest processors have no instruction for it.
+int count_of(std::uint64_t mask) {
+    mask -= (mask >> 1) & 0x5555555555555555U;
+    mask = (mask & 0x3333333333333333U) + ((mask >> 2) & 0x3333333333333333U);
+    mask = (mask + (mask >> 4)) & 0x0F0F0F0F0F0F0F0FU;
+    return static_cast<int>((mask * 0x0101010101010101U) >> 56);
+}
+
 // Writes the places of a mask in whole groups, whose surplus the next mask overwrites:
 // one branch that is nearly always the same, instead of one for each place.
 std::uint32_t* write_places(std::uint64_t mask, std::uint32_t base, std::uint32_t* to) {
-    constexpr int kGroup = 16;
-    const int count = std::popcount(mask);
+    constexpr int kGroup = 8;
+    const int count = count_of(mask);
     for (int done = 0; done < count; done += kGroup) {
         for (int i = 0; i < kGroup; ++i) {
             to[done + i] = base + static_cast<std::uint32_t>(std::countr_zero(mask));
@@ -64,8 +74,8 @@ std::uint32_t* write_places(std::uint64_t mask, std::uint32_t base, std::uint32_
 
 }  // namespace
 
-void find_special_bytes(std::string_view text, const std::array<char, 3>& wanted,
-                        std::vector<std::uint32_t>& places) {
+std::size_t find_special_bytes(std::string_view text, const std::array<char, 3>& wanted,
+                               std::vector<std::uint32_t>& places) {
     std::size_t found = 0;
     for (std::size_t base = 0; base < text.size(); base += kStep) {
         // Room for a full mask, its surplus and the end.
@@ -88,6 +98,7 @@ void find_special_bytes(std::string_view text, const std::array<char, 3>& wanted
     }
     places.resize(std::max(places.size(), found + 1));
     places[found] = static_cast<std::uint32_t>(text.size());
+    return found;
 }
 
 }  // namespace zol::engine

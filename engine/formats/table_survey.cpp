@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "engine/formats/parallel.h"
+#include "engine/formats/plain_rows.h"
 #include "engine/formats/read_error.h"
 #include "engine/formats/row_reader.h"
 
@@ -61,6 +62,17 @@ public:
                  "a NUL byte stands at byte " +
                      std::to_string(text.offset + static_cast<std::uint64_t>(at)) +
                      "; this is no text table");
+        }
+        if (plain_.Read(text.rows, blocks_.Dialect(), formats_.size())) {
+            for (std::size_t row = 0; row < plain_.Count(); ++row) {
+                cells_.Clear();
+                for (std::size_t i = 0; i < formats_.size(); ++i) {
+                    const TextCell cell = plain_.CellAt(row, i);
+                    cells_.Add(cell.begin, cell.end, false);
+                }
+                ReadRow(text, plain_.RowBegin(row));
+            }
+            return plain_.Count();
         }
         reader_.Restart(text.rows);
         std::size_t rows = 0;
@@ -198,6 +210,7 @@ private:
     std::vector<double> values_;
     CellList cells_;
     std::vector<ColumnSurvey> columns_;
+    PlainRows plain_;
     RowReader reader_;
     std::unique_ptr<RowWatcher> watcher_;
 };

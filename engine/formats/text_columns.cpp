@@ -91,8 +91,9 @@ void TextColumns::Decode(std::size_t first_block, std::size_t behind) {
         std::atomic<std::size_t> next = first_block;
         const auto work = [&](unsigned) {
             std::vector<char> buffer;
+            PlainRows plain;
             for (std::size_t block = next++; block < behind; block = next++) {
-                DecodeBlock(block, buffer);
+                DecodeBlock(block, buffer, plain);
             }
         };
         const auto jobs = static_cast<unsigned>(std::min<std::size_t>(behind - first_block, 64));
@@ -106,48 +107,73 @@ void TextColumns::Decode(std::size_t first_block, std::size_t behind) {
     }
 }
 
-void TextColumns::DecodeBlock(std::size_t block, std::vector<char>& buffer) {
-    const TextBlocks::Text text = blocks_.Load(block, buffer);
-    struct Job {
-        std::size_t column;
-        NumberPacker numbers;
-        TextPacker texts;
-    };
-    std::vector<Job> jobs;
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        if (columns_[i].asked && !columns_[i].runs[block]) {
-            jobs.push_back({i, {}, {}});
+// Reads the cells of one column in one block.
+class TextColumns::Decoder {
+public:
+    Decoder(const TextColumns& table, std::size_t column)
+        : column_(column), format_(table.formats_[column]), table_(table) {}
+
+    void Add(const TextCell& cell) {
+        Decimal number;
+        const CellContent content = read_cell(cell, format_, number);
+        if (format_.kind == CellFormat::Kind::Text) {
+            texts_.Add(content == CellContent::Missing
+                           ? std::string()
+                           : to_utf8(cell_text(cell, table_.blocks_.Dialect()), table_.encoding_));
+        } else if (content == CellContent::Number) {
+            numbers_.Add(number);
+        } else {
+            numbers_.AddMissing();
         }
     }
-    RowReader reader(text.rows, blocks_.Dialect());
-    CellList cells;
+
+    std::size_t Column() const { return column_; }
+    std::unique_ptr<Run> Finish() {
+        auto run = std::make_unique<Run>();
+        run->numbers = numbers_.Finish();
+        run->texts = texts_.Finish();
+        return run;
+    }
+
+private:
+    std::size_t column_;
+    const CellFormat& format_;
+    const TextColumns& table_;
+    NumberPacker numbers_;
+    TextPacker texts_;
+};
+
+void TextColumns::DecodeBlock(std::size_t block, std::vector<char>& buffer, PlainRows& plain) {
+    const TextBlocks::Text text = blocks_.Load(block, buffer);
+    std::vector<Decoder> decoders;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (columns_[i].asked && !columns_[i].runs[block]) {
+            decoders.emplace_back(*this, i);
+        }
+    }
     std::uint64_t rows = 0;
-    while (reader.Next(cells) == RowReader::Outcome::Row && cells.size() >= formats_.size()) {
-        for (Job& job : jobs) {
-            const CellFormat& format = formats_[job.column];
-            const TextCell& cell = cells[job.column];
-            Decimal number;
-            const CellContent content = read_cell(cell, format, number);
-            if (format.kind == CellFormat::Kind::Text) {
-                job.texts.Add(content == CellContent::Missing
-                                  ? std::string()
-                                  : to_utf8(cell_text(cell, blocks_.Dialect()), encoding_));
-            } else if (content == CellContent::Number) {
-                job.numbers.Add(number);
-            } else {
-                job.numbers.AddMissing();
+    if (plain.Read(text.rows, blocks_.Dialect(), formats_.size())) {
+        rows = plain.Count();
+        for (Decoder& decoder : decoders) {
+            for (std::size_t row = 0; row < rows; ++row) {
+                decoder.Add(plain.CellAt(row, decoder.Column()));
             }
         }
-        ++rows;
+    } else {
+        RowReader reader(text.rows, blocks_.Dialect());
+        CellList cells;
+        while (reader.Next(cells) == RowReader::Outcome::Row && cells.size() >= formats_.size()) {
+            for (Decoder& decoder : decoders) {
+                decoder.Add(cells[decoder.Column()]);
+            }
+            ++rows;
+        }
     }
     if (rows != blocks_.RowsIn(block)) {
         throw ReadError("the file has changed since it was opened; its values are missing now");
     }
-    for (Job& job : jobs) {
-        auto run = std::make_unique<Run>();
-        run->numbers = job.numbers.Finish();
-        run->texts = job.texts.Finish();
-        columns_[job.column].runs[block] = std::move(run);
+    for (Decoder& decoder : decoders) {
+        columns_[decoder.Column()].runs[block] = decoder.Finish();
     }
 }
 

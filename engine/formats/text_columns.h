@@ -11,6 +11,7 @@
 #include "engine/formats/cell_reader.h"
 #include "engine/formats/packed_numbers.h"
 #include "engine/formats/packed_texts.h"
+#include "engine/formats/plain_rows.h"
 #include "engine/formats/text_blocks.h"
 
 namespace zol::engine {
@@ -53,6 +54,7 @@ private:
         bool lost = false;
         std::size_t Bytes() const;
     };
+    class Decoder;
     struct Column {
         std::vector<std::unique_ptr<Run>> runs;
         // The run that answered last, and its rows.
@@ -64,7 +66,7 @@ private:
 
     const Run& RunOf(std::size_t column, std::uint64_t row, std::size_t& index);
     void Decode(std::size_t first_block, std::size_t behind);
-    void DecodeBlock(std::size_t block, std::vector<char>& buffer);
+    void DecodeBlock(std::size_t block, std::vector<char>& buffer, PlainRows& plain);
     void MakeMissing(std::size_t first_block, std::size_t behind, const std::string& reason);
     void KeepWithinLimit(std::size_t wanted_from, std::size_t wanted_behind);
 

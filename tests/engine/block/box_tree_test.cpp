@@ -147,6 +147,17 @@ TEST(BoxTree, EachCountOfBlocksFillsItsLevels) {
     }
 }
 
+TEST(BoxTree, IsBuiltFromBoxesInBlockOrder) {
+    std::mt19937 random(11);
+    const std::vector<Extent> boxes = scattered(random, 1000, 0.1);
+    std::int64_t asked = 0;
+    const BoxTree tree(1000, [&](std::int64_t block) {
+        EXPECT_EQ(block, asked++ % 1000);
+        return boxes[static_cast<std::size_t>(block)];
+    });
+    EXPECT_EQ(asked, 3 * 1000);
+}
+
 TEST(BoxTree, WhatIsNotFiniteIsInNoBlock) {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     constexpr double kInfinity = std::numeric_limits<double>::infinity();

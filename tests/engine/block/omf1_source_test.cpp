@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -113,6 +114,10 @@ TEST(Omf1Source, TakesTheOrderOfCellsFromASidecar) {
                 HasSubstr(".json: $[\"block:model\"].order is no order"));
     EXPECT_THAT(fault_of(file, "", R"({"block:model":[]})"), HasSubstr("$[\"block:model\"] is"));
     EXPECT_THAT(fault_of(file, "", "{"), HasSubstr(".json: not JSON at byte 1"));
+
+    constexpr std::uintmax_t kOneTooMany = (std::uintmax_t{64} << 20) + 1;
+    std::filesystem::resize_file(stored.Path() + ".json", kOneTooMany);
+    EXPECT_THAT(fault_of_stored(stored), HasSubstr(".json: the file is too large for a sidecar"));
 }
 
 TEST(Omf1Source, RefusesWhatIsNoVolume) {

@@ -194,6 +194,9 @@ TEST(Omf1Variables, AColumnThatTurnsOutCorruptIsMissingAndReportedOnce) {
     std::ifstream lines(reports.Path());
     int n_lines = 0;
     for (std::string line; std::getline(lines, line); ++n_lines) {
+        const char* names[] = {"short", "half", "far", "below", "long"};
+        ASSERT_LT(n_lines, 5);
+        EXPECT_THAT(line, HasSubstr(std::string(" of \"") + names[n_lines] + "\" holds "));
         EXPECT_THAT(line, HasSubstr("the values are missing"));
     }
     EXPECT_EQ(n_lines, 5);
@@ -208,6 +211,46 @@ TEST(Omf1Variables, AColumnOfAFileThatChangedIsMissing) {
     Source source = open_stored(stored);
     stored.Rewrite("short");
     for (const Variable& variable : source.variables) EXPECT_EQ(variable.column->Text(0), "");
+}
+
+TEST(Omf1Variables, OneBlobIsDecodedOnceForAllItsArrays) {
+    const struct {
+        const char* data_class;
+        const char* array_class;
+        bool of_doubles;
+        std::size_t width;
+    } rows[] = {
+        {"ScalarData", "ScalarArray", true, 1},   {"ScalarData", "ScalarArray", false, 1},
+        {"Vector3Data", "Vector3Array", true, 3}, {"MappedData", "ScalarArray", false, 1},
+        {"MappedData", "ScalarArray", true, 1},   {"ColorData", "Int3Array", false, 3},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.data_class);
+        VolumeFile file;
+        const std::size_t count = row.width * kBlocks;
+        const std::string blob = row.of_doubles
+                                     ? file.writer.Blob(std::vector<double>(count, 7))
+                                     : file.writer.Blob(std::vector<std::int64_t>(count, 7));
+        file.Add(row.data_class, "first", row.array_class, blob);
+        file.Add(row.data_class, "second", row.array_class, blob);
+        TemporaryFile stored(file.Bytes());
+        Source source = open_stored(stored);
+        const std::string text = source.variables.front().column->Text(0);
+        EXPECT_NE(text, "");
+        // Nothing more can be read from now on.
+        stored.Rewrite("short");
+        EXPECT_EQ(source.variables.back().column->Text(kBlocks - 1), text);
+    }
+}
+
+TEST(Omf1Variables, ArraysOfSeveralWidthsMayClaimOneBlob) {
+    VolumeFile file;
+    const std::string blob = file.writer.Blob(std::vector<double>{1, 2, 3, 4, 5, 6});
+    file.Add("ScalarData", "right", "ScalarArray", blob);
+    file.Add("Vector3Data", "wrong", "Vector3Array", blob);
+    Source source = open(file);
+    EXPECT_EQ(source.variables.front().column->Text(kBlocks - 1), "6");
+    EXPECT_EQ(source.variables.back().column->Text(kBlocks - 1), "");
 }
 
 }  // namespace

@@ -61,16 +61,20 @@ inline Source open(const VolumeFile& volume, const std::string& element = "") {
     return open_stored(TemporaryFile(volume.Bytes()), element);
 }
 
-inline std::string fault_of(const VolumeFile& volume, const std::string& element = "",
-                            const std::string& sidecar = "") {
-    TemporaryFile stored(volume.Bytes());
-    if (!sidecar.empty()) stored.WriteSidecar(sidecar);
+inline std::string fault_of_stored(const TemporaryFile& stored, const std::string& element = "") {
     try {
         open_stored(stored, element);
     } catch (const ReadError& error) {
         return error.what();
     }
     return "no fault";
+}
+
+inline std::string fault_of(const VolumeFile& volume, const std::string& element = "",
+                            const std::string& sidecar = "") {
+    TemporaryFile stored(volume.Bytes());
+    if (!sidecar.empty()) stored.WriteSidecar(sidecar);
+    return fault_of_stored(stored, element);
 }
 
 inline std::vector<std::string> names_of(const Source& source) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <random>
 #include <string>
+#include <utility>
 
 #include "engine/formats/read_error.h"
 
@@ -143,17 +144,28 @@ TEST(Json, ReadsNumbersAtTheEdges) {
     }
 }
 
-TEST(Json, DepthCostsNoStack) {
-    const std::size_t depth = 300'000;
-    const std::string text = std::string(depth, '[') + std::string(depth, ']');
-    const JsonDocument document(text, Dialect::Strict);
+TEST(Json, NestsTwoHundredLevelsAndNoMore) {
+    const auto nested = [](std::size_t depth) {
+        return std::string(depth, '[') + std::string(depth, ']');
+    };
+    // Lists beside each other do not add up.
+    const JsonDocument document("[" + nested(199) + "," + nested(199) + "]", Dialect::Strict);
     JsonValue value = document.Root();
     while (value.Size() > 0) value = value.At(0);
     const std::string fault = fault_of([&] { value.At(0); });
     EXPECT_THAT(fault, HasSubstr("$...[0]"));
     EXPECT_LT(fault.size(), 500U);
-    EXPECT_THAT(fault_of([&] { JsonDocument(std::string(depth, '['), Dialect::Strict); }),
-                HasSubstr("byte 300000"));
+
+    std::string objects;
+    for (int i = 0; i < 201; ++i) objects += "{\"a\":";
+    const std::pair<std::string, const char*> too_deep[] = {
+        {nested(201), "JSON nested deeper than 200 levels at byte 200"},
+        {std::string(30'000'000, '['), "JSON nested deeper than 200 levels at byte 200"},
+        {objects, "JSON nested deeper than 200 levels at byte 1000"},
+    };
+    for (const auto& [text, expected] : too_deep) {
+        EXPECT_EQ(fault_of([&t = text] { JsonDocument(t, Dialect::Strict); }), expected);
+    }
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ TEST(Omf1File, RefusesHeadersThatLie) {
     };
     struct Row {
         std::string bytes;
-        const char* fault;
+        std::string fault;
     };
     const Row rows[] = {
         {"", "ends at byte 0"},
@@ -60,8 +60,8 @@ TEST(Omf1File, RefusesHeadersThatLie) {
         {with(52, std::string(1, 59)), "JSON at byte 59"},
         {good.substr(0, 60), "JSON at byte 60 of a file of 60"},
         {with(52, std::string(8, '\xFF')), "JSON at byte 18446744073709551615"},
-        {with(60, "["), "not JSON at byte"},
-        {good + "}", "not JSON at byte"},
+        {with(60, "["), "not JSON at byte 64:"},
+        {good + "}", "not JSON at byte " + std::to_string(good.size()) + ":"},
         {good.substr(0, 60) + "[]", "$ is a list, an object is expected"},
     };
     for (const Row& row : rows) EXPECT_THAT(fault_of_file(row.bytes), HasSubstr(row.fault));

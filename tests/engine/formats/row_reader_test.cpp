@@ -7,10 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "engine/formats/plain_rows.h"
+
 namespace {
 
 using zol::engine::cell_text;
 using zol::engine::CellList;
+using zol::engine::PlainRows;
 using zol::engine::RowReader;
 using zol::engine::TextDialect;
 
@@ -144,6 +147,41 @@ TEST(RowReader, AgreesWithAPlainReaderOnRandomTables) {
             text += "\n";
         }
         ASSERT_EQ(rows_of(text, dialect(',')), plain_rows_of(text)) << text;
+    }
+}
+
+// What PlainRows takes, a RowReader takes the same way.
+TEST(PlainRows, AgreeWithTheReaderOrStandBack) {
+    struct Case {
+        const char* name;
+        std::string text;
+        bool is_plain;
+    };
+    const Case cases[] = {
+        {"plain", "a,b\nc,d\n", true},
+        {"windows", "a,b\r\nc,\r\n", true},
+        {"an empty last cell", "a,\nc,d\n", true},
+        {"no last row end", "a,b\nc,d", false},
+        {"quotes", "a,b\n\"c\",d\n", false},
+        {"an empty row", "a,b\n\nc,d\n", false},
+        {"rows of separators", "a,b\n,\nc,d\n", false},
+        {"a cell more and one less", "a,b,c\nd\n", false},
+        {"a row less", "a,b\nc\n", false},
+        {"nothing", "", false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        PlainRows rows;
+        ASSERT_EQ(rows.Read(c.text, dialect(','), 2), c.is_plain);
+        if (!c.is_plain) {
+            continue;
+        }
+        std::string seen;
+        for (std::size_t row = 0; row < rows.Count(); ++row) {
+            seen += "|" + cell_text(rows.CellAt(row, 0), dialect(',')) + "|" +
+                    cell_text(rows.CellAt(row, 1), dialect(',')) + "\n";
+        }
+        EXPECT_EQ(seen, rows_of(c.text, dialect(',')));
     }
 }
 
