@@ -14,14 +14,12 @@ std::string_view PackedTexts::At(std::size_t index) const {
     return std::string_view(letters_).substr(begin, ends_[place] - begin);
 }
 
-void TextPacker::Add(std::string text) {
-    const auto next = static_cast<std::int64_t>(packed_.ends_.size());
-    const auto [known, is_new] = codes_of_.try_emplace(std::move(text), next);
-    if (is_new) {
-        packed_.letters_ += known->first;
-        packed_.ends_.push_back(static_cast<std::uint32_t>(packed_.letters_.size()));
-    }
-    codes_.Add({known->second, 0, true});
+std::int64_t TextPacker::AddNew(std::string_view letters, const std::string& text) {
+    const auto code = static_cast<std::int64_t>(packed_.ends_.size());
+    packed_.letters_ += text;
+    packed_.ends_.push_back(static_cast<std::uint32_t>(packed_.letters_.size()));
+    codes_of_.emplace(letters, code);
+    return code;
 }
 
 PackedTexts TextPacker::Finish() {

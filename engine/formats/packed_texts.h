@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -30,14 +31,32 @@ private:
     std::vector<std::uint32_t> ends_;
 };
 
+/// Collects texts by the letters that stand for them in a file.
 class TextPacker {
 public:
-    void Add(std::string text);
+    /// Adds the text that `letters` stand for; `text_of()` says which, and is asked
+    /// once for the same letters.
+    template <class TextOf>
+    void Add(std::string_view letters, TextOf text_of) {
+        const auto known = codes_of_.find(letters);
+        const std::int64_t code =
+            known != codes_of_.end() ? known->second : AddNew(letters, text_of());
+        codes_.Add({code, 0, true});
+    }
     /// Packs what was added and starts anew.
     PackedTexts Finish();
 
 private:
-    std::unordered_map<std::string, std::int64_t> codes_of_;
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const {
+            return std::hash<std::string_view>{}(text);
+        }
+    };
+
+    std::int64_t AddNew(std::string_view letters, const std::string& text);
+
+    std::unordered_map<std::string, std::int64_t, Hash, std::equal_to<>> codes_of_;
     NumberPacker codes_;
     PackedTexts packed_;
 };

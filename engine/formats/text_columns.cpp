@@ -114,13 +114,16 @@ public:
         : column_(column), format_(table.formats_[column]), table_(table) {}
 
     void Add(const TextCell& cell) {
-        Decimal number;
-        const CellContent content = read_cell(cell, format_, number);
         if (format_.kind == CellFormat::Kind::Text) {
-            texts_.Add(content == CellContent::Missing
-                           ? std::string()
-                           : to_utf8(cell_text(cell, table_.blocks_.Dialect()), table_.encoding_));
-        } else if (content == CellContent::Number) {
+            // A quoted cell and a bare one of the same letters may say different things: the
+            // opening quote tells them apart.
+            const std::size_t quote = cell.quoted ? 1 : 0;
+            const std::string_view letters(cell.begin - quote, cell.Raw().size() + quote);
+            texts_.Add(letters, [&] { return TextOf(cell); });
+            return;
+        }
+        Decimal number;
+        if (read_cell(cell, format_, number) == CellContent::Number) {
             numbers_.Add(number);
         } else {
             numbers_.AddMissing();
@@ -136,6 +139,13 @@ public:
     }
 
 private:
+    std::string TextOf(const TextCell& cell) const {
+        Decimal number;
+        return read_cell(cell, format_, number) == CellContent::Missing
+                   ? std::string()
+                   : to_utf8(cell_text(cell, table_.blocks_.Dialect()), table_.encoding_);
+    }
+
     std::size_t column_;
     const CellFormat& format_;
     const TextColumns& table_;
@@ -195,7 +205,7 @@ void TextColumns::MakeMissing(std::size_t first_block, std::size_t behind,
             TextPacker texts;
             for (std::uint64_t row = 0; row < blocks_.RowsIn(block); ++row) {
                 numbers.AddMissing();
-                texts.Add({});
+                texts.Add({}, [] { return std::string(); });
             }
             auto run = std::make_unique<Run>();
             run->numbers = numbers.Finish();

@@ -110,7 +110,7 @@ TEST(PackedTexts, KeepEachDifferentTextOnce) {
     const std::vector<std::string> words = {"OXIDE", "", "FRESH", "OXIDE", std::string("a\0b", 3)};
     for (int round = 0; round < 100; ++round) {
         for (const std::string& word : words) {
-            packer.Add(word);
+            packer.Add("letters of " + word, [&] { return word; });
         }
     }
     const PackedTexts packed = packer.Finish();
@@ -118,7 +118,7 @@ TEST(PackedTexts, KeepEachDifferentTextOnce) {
         ASSERT_EQ(packed.At(i), words[i % words.size()]);
     }
     EXPECT_LT(packed.Bytes(), 500U + 100U);
-    packer.Add("next");
+    packer.Add("next", [] { return std::string("next"); });
     EXPECT_EQ(packer.Finish().At(0), "next");
 }
 
