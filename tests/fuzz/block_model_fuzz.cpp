@@ -25,7 +25,8 @@ double ask_everything(Model& model) {
     }
     const auto names = model.GetFieldVector(1 | 2);
     for (const std::string& name : names) {
-        sum += model.GetFieldDefault(name) + static_cast<double>(model.GetFieldTranslations(name).size());
+        sum += model.GetFieldDefault(name) +
+               static_cast<double>(model.GetFieldTranslations(name).size());
     }
     int left = kMostBlocks;
     for (model.FindFirst(); !model.IsEof() && left-- > 0; model.Next()) {

@@ -40,9 +40,29 @@ std::string read_input(const std::string& argument) {
 }
 
 std::string changed(std::string input, std::mt19937& random) {
-    static const std::vector<std::string> kPieces = {
-        "\"", ",", "\n", "\r", ";", "-", "1e308", "nan", "inf", "0", "99999999999999999999",
-        std::string(1, '\0'), "\xff", "{", "}", "[", "]", "null", "-1", "1e-320", "\t", " ", "#"};
+    static const std::vector<std::string> kPieces = {"\"",
+                                                     ",",
+                                                     "\n",
+                                                     "\r",
+                                                     ";",
+                                                     "-",
+                                                     "1e308",
+                                                     "nan",
+                                                     "inf",
+                                                     "0",
+                                                     "99999999999999999999",
+                                                     std::string(1, '\0'),
+                                                     "\xff",
+                                                     "{",
+                                                     "}",
+                                                     "[",
+                                                     "]",
+                                                     "null",
+                                                     "-1",
+                                                     "1e-320",
+                                                     "\t",
+                                                     " ",
+                                                     "#"};
     const auto below = [&](std::size_t limit) { return limit == 0 ? 0 : random() % limit; };
     for (std::size_t changes = 1 + below(6); changes > 0; --changes) {
         const std::size_t at = below(input.size() + 1);
