@@ -70,8 +70,8 @@ double Cursor::Number(const std::string& name) const {
     if (IsEof() || field.kind == Field::Kind::Unknown) {
         return kMissing;
     }
-    const UsualFloatingPoint usual;
     if (field.kind == Field::Kind::Predefined) {
+        const UsualFloatingPoint usual;
         return Compute(field.predefined);
     }
     const Variable& variable = *field.variable;

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "engine/formats/floating_point.h"
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
 
@@ -18,6 +19,18 @@ std::string text_of(std::int64_t value) {
     return std::to_string(value);
 }
 
+double number_of(double value) {
+    return value;
+}
+// Out of line, so that the rounding happens in the mode that is set here.
+[[gnu::noinline]] double nearest_double(std::int64_t value) {
+    return static_cast<double>(value);
+}
+double number_of(std::int64_t value) {
+    const UsualFloatingPoint usual;
+    return nearest_double(value);
+}
+
 template <typename T>
 class NumberColumn final : public Column {
 public:
@@ -27,7 +40,7 @@ public:
 
     double Number(std::int64_t block) override {
         const auto* items = items_->Get();
-        return items == nullptr ? kMissing : static_cast<double>((*items)[Index(block)]);
+        return items == nullptr ? kMissing : number_of((*items)[Index(block)]);
     }
     std::string Text(std::int64_t block) override {
         const auto* items = items_->Get();

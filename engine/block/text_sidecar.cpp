@@ -107,19 +107,19 @@ void read_dialect(const JsonValue& value, TextSidecar& sidecar) {
         if (mark == '\0' || mark == '\n' || mark == '\r' || mark == '"') {
             delimiter->Refuse("can't part cells");
         }
-        sidecar.delimiter = mark;
+        sidecar.dialect.delimiter = mark;
     }
     if (const auto quote = value.Find("quoteChar")) {
-        sidecar.quote = read_character(*quote);
+        sidecar.dialect.quote = read_character(*quote);
     }
     if (const auto doubled = value.Find("doubleQuote")) {
-        sidecar.double_quote = doubled->Bool();
+        sidecar.dialect.double_quote = doubled->Bool();
     }
     if (const auto escape = value.Find("escapeChar")) {
-        sidecar.escape = read_character(*escape);
+        sidecar.dialect.escape = read_character(*escape);
     }
     if (const auto comment = value.Find("commentChar")) {
-        sidecar.comment = read_character(*comment);
+        sidecar.dialect.comment = read_character(*comment);
     }
     if (const auto missing = value.Find("nullSequence")) {
         sidecar.missing = {"", missing->Text()};
@@ -133,10 +133,10 @@ void read_dialect(const JsonValue& value, TextSidecar& sidecar) {
             }
             numbers.push_back(row);
         }
-        sidecar.header_rows = numbers;
+        sidecar.dialect.header_rows = numbers;
     }
-    if (const auto header = value.Find("header"); header && !sidecar.header_rows) {
-        sidecar.header_rows =
+    if (const auto header = value.Find("header"); header && !sidecar.dialect.header_rows) {
+        sidecar.dialect.header_rows =
             header->Bool() ? std::vector<std::int64_t>{1} : std::vector<std::int64_t>{};
     }
 }

@@ -14,6 +14,7 @@
 #include "engine/block/source.h"
 #include "engine/block/variable.h"
 #include "engine/formats/cell_reader.h"
+#include "engine/formats/text_head.h"
 
 namespace zol::engine::block {
 
@@ -60,14 +61,7 @@ struct TextSidecar {
     std::string path;
     std::string name;
     std::string encoding;
-    std::optional<char> delimiter;
-    std::optional<char> quote;
-    bool double_quote = true;
-    char escape = 0;
-    char comment = 0;
-    /// Rows of the header counted from 1; empty when the table has none. Nothing
-    /// where the sidecar leaves it open.
-    std::optional<std::vector<std::int64_t>> header_rows;
+    TextHints dialect;
     std::optional<std::vector<std::string>> missing;
     std::vector<FieldSpec> fields;
     ModelSpec model;

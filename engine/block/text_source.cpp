@@ -26,13 +26,7 @@ constexpr std::uint64_t kMostRows = 0xFFFFFFFE;
 TextHead read_head(const File& file, const TextSidecar& sidecar) {
     std::string head(std::min<std::uint64_t>(kHeadBytes, file.Size()), '\0');
     head.resize(file.ReadAt(0, head.data(), head.size()));
-    TextHints hints;
-    hints.delimiter = sidecar.delimiter;
-    hints.quote = sidecar.quote;
-    hints.double_quote = sidecar.double_quote;
-    hints.escape = sidecar.escape;
-    hints.comment = sidecar.comment;
-    hints.header_rows = sidecar.header_rows;
+    TextHints hints = sidecar.dialect;
     hints.one_column_will_do = !sidecar.path.empty();
     hints.is_known_name = [](std::string_view name) {
         const Role role = role_of_header(name).role;

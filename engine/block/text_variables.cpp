@@ -6,8 +6,9 @@
 #include <unordered_map>
 #include <utility>
 
-#include "engine/block/half_float.h"
+#include "engine/block/narrow_floats.h"
 #include "engine/formats/diagnostics.h"
+#include "engine/formats/floating_point.h"
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
 
@@ -56,10 +57,14 @@ public:
     double Number(std::int64_t block) override {
         const double value = columns_->Number(index_, static_cast<std::uint64_t>(block));
         switch (storage_) {
-            case Storage::Float:
-                return static_cast<float>(value);
-            case Storage::SFloat:
+            case Storage::Float: {
+                const UsualFloatingPoint usual;
+                return rounded_to_float(value);
+            }
+            case Storage::SFloat: {
+                const UsualFloatingPoint usual;
                 return rounded_to_half(value);
+            }
             default:
                 return value;
         }

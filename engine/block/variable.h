@@ -32,7 +32,8 @@ public:
     Column& operator=(const Column&) = delete;
     virtual ~Column() = default;
 
-    /// The number in a block; NaN when it is missing or the column holds texts.
+    /// The number in a block; NaN when it is missing or the column holds texts. The same
+    /// in every floating-point mode: it is asked for too often to set the mode around it.
     virtual double Number(std::int64_t block) = 0;
     /// True when the value of a block could not be read, as opposed to one that is
     /// missing in the file: nothing may then stand in for it.

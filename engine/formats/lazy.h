@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "engine/formats/diagnostics.h"
+#include "engine/formats/floating_point.h"
 #include "engine/formats/read_error.h"
 
 namespace zol::engine {
@@ -27,6 +28,7 @@ public:
 
 private:
     void Read() {
+        const UsualFloatingPoint usual;
         try {
             value_.emplace(read_());
         } catch (const ReadError& error) {

@@ -4,6 +4,7 @@
 #include <atomic>
 
 #include "engine/formats/diagnostics.h"
+#include "engine/formats/floating_point.h"
 #include "engine/formats/parallel.h"
 #include "engine/formats/read_error.h"
 #include "engine/formats/row_reader.h"
@@ -29,9 +30,20 @@ TextColumns::TextColumns(TextBlocks blocks, std::vector<CellFormat> formats, std
       encoding_(std::move(encoding)),
       columns_(formats_.size()) {}
 
-double TextColumns::Number(std::size_t column, std::uint64_t row) {
+double TextColumns::NumberInRun(std::size_t column, std::uint64_t row) {
+    const UsualFloatingPoint usual;
+    Column& asked = columns_[column];
+    const bool walks_on = asked.rows > 0 && row == asked.first_row + asked.rows;
     std::size_t index = 0;
-    return RunOf(column, row, index).numbers.At(index);
+    const PackedNumbers& numbers = RunOf(column, row, index).numbers;
+    if (walks_on) {
+        // Unpacked at one go, the numbers of a walk cost a look each.
+        asked.window.resize(numbers.Size());
+        for (std::size_t i = 0; i < asked.window.size(); ++i) {
+            asked.window[i] = numbers.At(i);
+        }
+    }
+    return numbers.At(index);
 }
 
 bool TextColumns::Whole(std::size_t column, std::uint64_t row, std::int64_t& whole) {
@@ -67,6 +79,7 @@ const TextColumns::Run& TextColumns::RunOf(std::size_t column, std::uint64_t row
         KeepWithinLimit(block, behind);
         next_in_walk_ = behind;
     }
+    asked.window.clear();
     asked.current = asked.runs[block].get();
     asked.first_row = blocks_.FirstRow(block);
     asked.rows = blocks_.RowsIn(block);
@@ -75,6 +88,8 @@ const TextColumns::Run& TextColumns::RunOf(std::size_t column, std::uint64_t row
 }
 
 void TextColumns::Decode(std::size_t first_block, std::size_t behind) {
+    // Worker threads take the mode of this one.
+    const UsualFloatingPoint usual;
     std::vector<std::pair<std::size_t, std::size_t>> wanted;
     for (std::size_t column = 0; column < columns_.size(); ++column) {
         if (!columns_[column].asked) {
@@ -229,6 +244,7 @@ void TextColumns::KeepWithinLimit(std::size_t wanted_from, std::size_t wanted_be
         }
         if (columns_[column].current == run.get()) {
             columns_[column].current = nullptr;
+            columns_[column].window.clear();
         }
         kept_bytes_ -= run->Bytes();
         run.reset();

@@ -30,8 +30,12 @@ public:
     /// `encoding` is that of texts which aren't UTF-8; empty for the usual one.
     TextColumns(TextBlocks blocks, std::vector<CellFormat> formats, std::string encoding);
 
-    /// NaN when the cell is missing or no number.
-    double Number(std::size_t column, std::uint64_t row);
+    /// NaN when the cell is missing or no number. The same in every floating-point mode.
+    double Number(std::size_t column, std::uint64_t row) {
+        const Column& asked = columns_[column];
+        const std::uint64_t index = row - asked.first_row;
+        return index < asked.window.size() ? asked.window[index] : NumberInRun(column, row);
+    }
     /// The whole number of a cell, to the last digit; false when it is none.
     bool Whole(std::size_t column, std::uint64_t row, std::int64_t& whole);
     /// The text of a cell of a Text column, empty when missing. Valid until the next call.
@@ -61,9 +65,12 @@ private:
         const Run* current = nullptr;
         std::uint64_t first_row = 0;
         std::uint64_t rows = 0;
+        // The numbers of that run, unpacked when a walk came to it; else empty.
+        std::vector<double> window;
         bool asked = false;
     };
 
+    double NumberInRun(std::size_t column, std::uint64_t row);
     const Run& RunOf(std::size_t column, std::uint64_t row, std::size_t& index);
     void Decode(std::size_t first_block, std::size_t behind);
     void DecodeBlock(std::size_t block, std::vector<char>& buffer, PlainRows& plain);

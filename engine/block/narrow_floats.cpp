@@ -1,10 +1,14 @@
-#include "engine/block/half_float.h"
+#include "engine/block/narrow_floats.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
 namespace zol::engine::block {
+
+double rounded_to_float(double value) {
+    return static_cast<float>(value);
+}
 
 double rounded_to_half(double value) {
     if (!std::isfinite(value) || value == 0.0) {
