@@ -30,10 +30,6 @@ using Reader = Source (*)(const std::shared_ptr<const File>& file, const std::st
     throw ReadError("it is JSON; a sidecar is read with the table it stands beside, open that");
 }
 
-Source read_omf1(const std::shared_ptr<const File>& file, const std::string& element) {
-    return open_omf1(file, element);
-}
-
 struct Signature {
     std::string_view first_bytes;
     Reader reader;
@@ -41,7 +37,7 @@ struct Signature {
 
 // What begins otherwise is read as delimited text, which has no signature.
 constexpr std::array kSignatures = {
-    Signature{"\x84\x83\x82\x81"sv, read_omf1},
+    Signature{"\x84\x83\x82\x81"sv, open_omf1},
     Signature{"PK\x03\x04"sv, refuse_zip},
     Signature{"PK\x05\x06"sv, refuse_zip},
     Signature{"\x1f\x8b"sv, refuse_gzip},
