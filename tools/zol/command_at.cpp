@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "tools/zol/block_commands.h"
 #include "tools/zol/columns.h"
-#include "tools/zol/commands.h"
 #include "tools/zol/exit_codes.h"
 #include "tools/zol/json_writer.h"
 #include "tools/zol/layout.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "tools/zol/block_commands.h"
 #include "tools/zol/columns.h"
-#include "tools/zol/commands.h"
 #include "tools/zol/exit_codes.h"
 #include "tools/zol/open_model.h"
 #include "tools/zol/progress_bar.h"

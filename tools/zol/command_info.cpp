@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tools/zol/commands.h"
+#include "tools/zol/block_commands.h"
 #include "tools/zol/exit_codes.h"
 #include "tools/zol/json_writer.h"
 #include "tools/zol/layout.h"

@@ -2,17 +2,14 @@
 #pragma once
 
 #include <string>
-#include <variant>
 
-#include "tools/zol/commands.h"
+#include "tools/zol/command_groups.h"
 
 namespace zol::tool {
 
-/// The command line asked for help or the version, which has been shown.
-struct Answered {};
-
 struct CommandLine {
-    std::variant<Answered, InfoRequest, BlocksRequest, AtRequest> request;
+    /// Empty where the command line asked for help or the version, which has been shown.
+    Action action;
     /// Where the calls to the library are logged; empty when nowhere.
     std::string log_file;
 };

@@ -1,12 +1,10 @@
-// `zol`: reads block models through the flat interface and tells what is in them.
+// `zol`: reads mine-planning data and tells what is in it.
 
 #include <csignal>
 #include <cstdio>
 #include <exception>
 #include <new>
 #include <string>
-#include <type_traits>
-#include <variant>
 
 #include "api/zolExportedApi_ReadOnly.h"
 #include "tools/zol/call_log.h"
@@ -20,18 +18,10 @@ namespace {
 using namespace zol::tool;
 
 int run(const CommandLine& command_line) {
+    if (!command_line.action) return kGood;
     const CallLog log(command_line.log_file);
     Output output;
-    const int code = std::visit(
-        [&output](const auto& request) {
-            using Request = std::decay_t<decltype(request)>;
-            if constexpr (std::is_same_v<Request, InfoRequest>) return run_info(request, output);
-            if constexpr (std::is_same_v<Request, BlocksRequest>)
-                return run_blocks(request, output);
-            if constexpr (std::is_same_v<Request, AtRequest>) return run_at(request, output);
-            return static_cast<int>(kGood);
-        },
-        command_line.request);
+    const int code = command_line.action(output);
     output.Flush();
     return code;
 }

@@ -1,6 +1,6 @@
-// The three commands of `zol`. Each writes its answer to `output`, which the
-// caller flushes, and gives the exit code; what keeps it from an answer is thrown
-// as one of the errors of exit_codes.h.
+// The commands of `zol` that read block models. Each writes its answer to `output`,
+// which the caller flushes, and gives the exit code; what keeps it from an answer is
+// thrown as one of the errors of exit_codes.h.
 #pragma once
 
 #include <optional>
