@@ -1,4 +1,4 @@
-# What an installed copy holds: the three libraries, the tool, the public headers,
+# What an installed copy holds: the libraries, the tool, the public headers,
 # and a description of them for CMake and for pkg-config.
 include(CMakePackageConfigHelpers)
 
@@ -11,14 +11,6 @@ file(RELATIVE_PATH zol_bin_to_lib
 set_target_properties(zol PROPERTIES INSTALL_RPATH "$ORIGIN/${zol_bin_to_lib}")
 target_include_directories(zolExportedApi_ReadOnly INTERFACE
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-
-install(TARGETS zolExportedApi_ReadOnly zolBlockExport zolGeometryExport
-    EXPORT zolTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS zol RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES api/zolExportedApi_ReadOnly.h api/zolExportedApi_ReadOnly.hpp
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 # find_package(zol) gives the target zol::zolExportedApi_ReadOnly.
 install(EXPORT zolTargets NAMESPACE zol:: DESTINATION ${zol_package_dir})
