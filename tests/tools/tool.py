@@ -13,8 +13,10 @@ import unittest
 from pathlib import Path
 
 TOOL = os.environ["ZOL_TOOL"]
-BLOCKS = Path(os.environ["ZOL_SAMPLES"]) / "blocks"
-OMF = Path(os.environ["ZOL_SAMPLES"]) / "omf"
+SAMPLES = Path(os.environ["ZOL_SAMPLES"])
+BLOCKS = SAMPLES / "blocks"
+OMF = SAMPLES / "omf"
+GRIDS = SAMPLES / "grid"
 
 REGULAR = BLOCKS / "estimate_regular.csv"
 SUBBLOCKED = BLOCKS / "made_subblocked.csv"
@@ -24,7 +26,8 @@ GOOD, NOT_FOUND, WRONG_USE, UNREADABLE, UNWRITABLE = range(5)
 
 def environment(**changes):
     """Ours without what would change the tool's ways, and with `changes`."""
-    kept = {key: value for key, value in os.environ.items() if key != "ZOL_DIAGNOSTICS"}
+    dropped = {"ZOL_DIAGNOSTICS", "OSTREL", "OSTREL_FLIB", "SAVE_UNTRANSLATED"}
+    kept = {key: value for key, value in os.environ.items() if key not in dropped}
     return {**kept, **changes}
 
 

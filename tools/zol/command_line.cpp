@@ -15,6 +15,8 @@ namespace {
 
 constexpr AddCommands kGroups[] = {
     add_block_commands,
+    add_message_commands,
+    add_variant_commands,
 };
 
 /// "-.5" as "-0.5": a number's sign is told from an option's by the digit behind it.

@@ -9,14 +9,15 @@ namespace zol::tool {
 enum ExitCode : int {
     kGood = 0,
     kNotFound = 1,
+    kFaultsFound = 1,
     kWrongUse = 2,
     kUnreadable = 3,
     kUnwritable = 4,
 };
 
 inline constexpr const char* kExitCodesHelp =
-    "Exit codes: 0 good, 1 nothing found, 2 wrong use, 3 the file can't be read,\n"
-    "4 the output can't be written.";
+    "Exit codes: 0 good, 1 nothing found, or faults by a check, 2 wrong use,\n"
+    "3 the file can't be read, 4 the output can't be written.";
 
 /// What the caller asked for makes no sense for this file: exit code 2.
 class UsageError : public std::runtime_error {

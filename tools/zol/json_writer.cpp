@@ -1,6 +1,5 @@
 #include "tools/zol/json_writer.h"
 
-#include <cassert>
 #include <charconv>
 #include <cmath>
 
@@ -10,19 +9,19 @@
 namespace zol::tool {
 
 void JsonWriter::Begin(char bracket, Layout layout) {
-    assert(depth_ < kDeepest);
     Separate();
     output_.Write(bracket);
     // Whatever stands on one line can't hold what doesn't.
-    const bool is_flat = depth_ > 0 && open_[depth_ - 1].layout == Layout::Flat;
-    open_[depth_++] = {is_flat ? Layout::Flat : layout, false};
+    const bool is_flat = !open_.empty() && open_.back().layout == Layout::Flat;
+    open_.push_back({is_flat ? Layout::Flat : layout, false});
 }
 
 void JsonWriter::End(char bracket) {
-    const Open closed = open_[--depth_];
+    const Open closed = open_.back();
+    open_.pop_back();
     if (closed.has_items && closed.layout == Layout::Tall) NewLine();
     output_.Write(bracket);
-    if (depth_ == 0) output_.Write('\n');
+    if (open_.empty()) output_.Write('\n');
 }
 
 void JsonWriter::Separate() {
@@ -30,8 +29,8 @@ void JsonWriter::Separate() {
         after_key_ = false;
         return;
     }
-    if (depth_ == 0) return;
-    Open& here = open_[depth_ - 1];
+    if (open_.empty()) return;
+    Open& here = open_.back();
     if (here.has_items) output_.Write(',');
     if (here.layout == Layout::Tall) {
         NewLine();
@@ -43,7 +42,7 @@ void JsonWriter::Separate() {
 
 void JsonWriter::NewLine() {
     output_.Write('\n');
-    for (int i = 0; i < depth_; ++i) output_.Write("  ");
+    for (std::size_t i = 0; i < open_.size(); ++i) output_.Write("  ");
 }
 
 void JsonWriter::Key(std::string_view name) {

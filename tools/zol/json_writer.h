@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "tools/zol/output.h"
 
@@ -37,8 +38,6 @@ public:
     void Null();
 
 private:
-    static constexpr int kDeepest = 16;
-
     void Begin(char bracket, Layout layout);
     void End(char bracket);
     /// What stands before an item: a comma, a new line.
@@ -47,13 +46,13 @@ private:
     void Quote(std::string_view text);
 
     Output& output_;
-    int depth_ = 0;
     bool after_key_ = false;
-    /// For each open list or object, outermost first.
     struct Open {
-        Layout layout = Layout::Tall;
-        bool has_items = false;
-    } open_[kDeepest];
+        Layout layout;
+        bool has_items;
+    };
+    /// For each open list or object, outermost first.
+    std::vector<Open> open_;
 };
 
 }  // namespace zol::tool
