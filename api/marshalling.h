@@ -37,6 +37,11 @@ inline void store(const geometry::Coord3D& from, double* x, double* y, double* z
     *z = from.z;
 }
 
+inline void store(const geometry::Point2D& from, double* x, double* y) {
+    *x = from.x;
+    *y = from.y;
+}
+
 inline void store(const geometry::Point3I& from, double* x, double* y, double* z) {
     *x = from.x;
     *y = from.y;

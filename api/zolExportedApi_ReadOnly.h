@@ -1,12 +1,12 @@
 /*
- * Block models read through flat functions.
+ * Block models and grids read through flat functions.
  *
  * Life cycle: call ZOL_API_Init once, then open, read and close. Before that every
- * ZOL_BlockModel_ function fails with "ZOL_API not initialised.". There is no
- * shut-down call. The library changes no data file.
+ * guarded function fails with "ZOL_API not initialised.". There is no shut-down call. The
+ * library changes no data file.
  *
  * Ownership: a handle is owned by the caller from the function that made it to
- * ZOL_BlockModel_Close. A closed handle must not be used again: that is not detected.
+ * the Close of its family. A closed handle must not be used again: that is not detected.
  * All other pointers are borrowed for the call.
  *
  * Threads: none of this is locked. Use the library from one thread at a time, and keep
@@ -56,6 +56,9 @@ extern "C" {
 
 /** An open block model. */
 typedef struct BlockModelHandle BlockModelHandle;
+
+/** An open grid. */
+typedef struct GridHandle GridHandle;
 
 /* ---- The library itself ------------------------------------------------------------
  * These work at any time, before initialisation too, and are not in the call log.
@@ -717,6 +720,110 @@ ZOL_EXPORTED int ZOL_BlockModel_FindXyz(BlockModelHandle* handle, const double* 
  */
 ZOL_EXPORTED int ZOL_BlockModel_FindWorldXyz(BlockModelHandle* handle, const double* x,
                                              const double* y, const double* z);
+
+/* ---- Grids ------------------------------------------------------------------------
+ * A grid is a regular lattice of nodes, each with a value. The first index runs east, along
+ * x, and the second north, along y; both count from 0, and node (0, 0) is the south-west one,
+ * whatever order the file has. Node (i, j) lies at (first x + i * spacing along x, first y +
+ * j * spacing along y), in the unit of the file. Where a file gives values to cells, the
+ * nodes are the centres of the cells.
+ */
+
+/**
+ * Opens a grid for reading: a raster in any of the formats of docs/formats/grids.md, or a
+ * grid surface of OMF version 1. Why a file does not open is told on the diagnostics channel,
+ * which the environment variable ZOL_DIAGNOSTICS turns on (docs/diagnostics.md).
+ * file_name in, the name of the file; "file#band" picks a band of a raster, by its number from
+ *           1 or by its name, and "file#element" a surface of a file that holds several;
+ *           without "#" the first is taken. A file of the whole name goes before both. A name
+ *           that begins with "/vsi" is one of GDAL's virtual files. Borrowed for this call.
+ * Results:
+ *   a handle  Owned by the caller; end with ZOL_Grid_Close
+ *   NULL      "ZOL_Grid_Open error opening/loading <file_name>", the name exactly as passed
+ *   NULL      "ZOL_API not initialised."
+ */
+ZOL_EXPORTED GridHandle* ZOL_Grid_Open(const char* file_name);
+
+/**
+ * Closes a grid and ends its handle.
+ * handle    in. Taken over on success, borrowed on failure.
+ * Results:
+ *   0   closed; the handle is gone
+ *   1   "ZOL_Grid_Close Grid not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Grid_Close(GridHandle* handle);
+
+/**
+ * Tells whether a handle stands for a grid that has been read.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it does
+ *   0   the grid is not valid, though the handle is alive
+ *   -1  "ZOL_Grid_IsValid Grid not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Grid_IsValid(GridHandle* handle);
+
+/**
+ * The two extreme nodes of a grid: the coordinates of the nodes themselves, not the outer
+ * edges of cells around them.
+ * handle    in. Borrowed for this call.
+ * first_*   out, the south-west node
+ * second_*  out, the north-east node
+ * Results:
+ *   0   success
+ *   1   "ZOL_Grid_GetExtent Grid not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Grid_GetExtent(GridHandle* handle, double* first_x, double* first_y,
+                                    double* second_x, double* second_y);
+
+/**
+ * The distance between neighbouring nodes along x and along y, both greater than 0.
+ * handle    in. Borrowed for this call.
+ * first     out, along x
+ * second    out, along y
+ * Results:
+ *   0   success
+ *   1   "ZOL_Grid_GetSpacing Grid not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Grid_GetSpacing(GridHandle* handle, double* first, double* second);
+
+/**
+ * The numbers of nodes along x and along y.
+ * handle    in. Borrowed for this call.
+ * width     out, along x, 1 or more
+ * height    out, along y, 1 or more
+ * Results:
+ *   0   success
+ *   1   "ZOL_Grid_GetNodes Grid not defined."
+ *   -1  "ZOL_API not initialised."
+ * Departure: its error text names ZOL_Grid_GetNodes, which does not exist, and it answers as
+ * a status function though it counts.
+ */
+ZOL_EXPORTED int ZOL_Grid_NumNodes(GridHandle* handle, int* width, int* height);
+
+/**
+ * The value of a node, and whether it is masked: whether the file declares that it has no
+ * data there. The value of a masked node is what the file holds in its place, often a code
+ * or NaN, and is not to be computed with.
+ * handle    in. Borrowed for this call.
+ * first     in, node index along x, from 0
+ * second    in, node index along y, from 0
+ * value     out, the value; scale and offset of the file are applied
+ * masked    out, 1 masked, 0 not
+ * Results:
+ *   0   success, for a masked node too
+ *   1   no such node, or it can't be read: masked is 0, value stays, no error is pending,
+ *       and the call counts as successful
+ *   1   "ZOL_Grid_GetNodeValue Grid not defined."; both outputs stay
+ *   -1  "ZOL_API not initialised."; both outputs stay
+ * ZOL_API_HasError tells the two results 1 apart.
+ */
+ZOL_EXPORTED int ZOL_Grid_GetNodeValue(GridHandle* handle, const int* first, const int* second,
+                                       double* value, int* masked);
 
 #ifdef __cplusplus
 }

@@ -2,7 +2,10 @@
 # flat functions and nothing else.
 add_library(zolExportedApi_ReadOnly SHARED)
 target_link_libraries(zolExportedApi_ReadOnly PRIVATE
-    zol_api zol_api_tick zol_block_family zolBlockExport zolGeometryExport)
+    zol_api zol_api_tick
+    zol_block_family zolBlockExport
+    zol_grid_family zolGridExport
+    zolGeometryExport)
 target_include_directories(zolExportedApi_ReadOnly INTERFACE
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/api>)
 set(export_map ${PROJECT_SOURCE_DIR}/api/exports.map)

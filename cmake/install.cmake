@@ -12,6 +12,16 @@ set_target_properties(zol PROPERTIES INSTALL_RPATH "$ORIGIN/${zol_bin_to_lib}")
 target_include_directories(zolExportedApi_ReadOnly INTERFACE
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 
+install(TARGETS zolExportedApi_ReadOnly zolBlockExport zolGridExport zolGeometryExport ZelmarDevAExport
+    EXPORT zolTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+# Loaded by the grid library when a raster is opened.
+install(TARGETS zolGridRasters LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS zol RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES api/zolExportedApi_ReadOnly.h api/zolExportedApi_ReadOnly.hpp
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
 # find_package(zol) gives the target zol::zolExportedApi_ReadOnly.
 install(EXPORT zolTargets NAMESPACE zol:: DESTINATION ${zol_package_dir})
 configure_package_config_file(cmake/zolConfig.cmake.in ${PROJECT_BINARY_DIR}/zolConfig.cmake

@@ -23,6 +23,12 @@ struct ZOL_PLATFORM Coord3D {
     double z;
 };
 
+/// A point in the plane.
+struct Point2D {
+    double x = 0.0;
+    double y = 0.0;
+};
+
 /// Three counts.
 struct Point3I {
     std::int32_t x = 0;

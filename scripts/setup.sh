@@ -6,9 +6,9 @@ set -euo pipefail
 
 base=(g++ cmake ninja-build ccache pkg-config python3 binutils
     libgtest-dev libgmock-dev libcli11-dev rapidjson-dev libdeflate-dev libfast-float-dev
-    zlib1g-dev nettle-dev libsqlite3-dev locales)
+    zlib1g-dev libboost-dev nettle-dev libsqlite3-dev libcairo2-dev fonts-dejavu-core libgdal-dev locales)
 lint=(clang-format clang-tidy)
-bench=(libbenchmark-dev python3-pandas python3-numpy)
+bench=(libbenchmark-dev nlohmann-json3-dev python3-pandas python3-numpy)
 
 usage() {
     cat <<TEXT

@@ -1,0 +1,18 @@
+// Where GDAL says that a raster lies, as a lattice of nodes.
+#pragma once
+
+#include <gdal.h>
+
+#include "engine/grid/lattice.h"
+
+namespace zol::engine::grid {
+
+/// Nodes at the centres of the raster's cells. GDAL has brought rasters of points to the
+/// same form, so nothing is shifted for them here. Without a geotransform, one that all
+/// ground control points fit serves, or the ranges that netCDF axes state; with none of
+/// these, nodes lie at whole numbers from 0, the raster's last row at y = 0, and
+/// `is_placed` is false. Throws ReadError, also for a raster that is turned or sheared.
+/// Inside a GdalScope.
+Lattice raster_lattice(GDALDatasetH dataset, bool& is_placed);
+
+}  // namespace zol::engine::grid

@@ -1,0 +1,69 @@
+// Rasters that tests make, in GDAL's memory.
+#pragma once
+
+#include <gdal.h>
+
+#include <array>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace zol::testing_support {
+
+/// A GeoTIFF whose cell in column c and row r holds c + 10 r, or nothing when it is wide;
+/// gone with its object.
+class Raster {
+public:
+    using Place = std::array<double, 6>;
+
+    Raster(int columns, int rows, GDALDataType type = GDT_Float64,
+           std::vector<const char*> options = {}) {
+        GDALAllRegister();
+        static int made = 0;
+        path_ = "/vsimem/zol_test_" + std::to_string(made++) + ".tif";
+        options.push_back(nullptr);
+        dataset_ = GDALCreate(GDALGetDriverByName("GTiff"), path_.c_str(), columns, rows, 1, type,
+                              const_cast<char**>(options.data()));
+        if (columns > kMostFilled) return;
+        std::vector<double> values;
+        for (int row = 0; row < rows; ++row) {
+            for (int column = 0; column < columns; ++column) {
+                values.push_back(column + 10 * row);
+            }
+        }
+        Fill(values);
+    }
+    Raster(const Raster&) = delete;
+    Raster& operator=(const Raster&) = delete;
+    ~Raster() {
+        GDALClose(dataset_);
+        GDALDeleteDataset(GDALGetDriverByName("GTiff"), path_.c_str());
+    }
+
+    GDALRasterBandH Band() { return GDALGetRasterBand(dataset_, 1); }
+    void PutAt(Place place) { Check(GDALSetGeoTransform(dataset_, place.data())); }
+    void Fill(std::vector<double> values) {
+        const int columns = GDALGetRasterXSize(dataset_);
+        const int rows = GDALGetRasterYSize(dataset_);
+        Check(GDALRasterIO(Band(), GF_Write, 0, 0, columns, rows, values.data(), columns, rows,
+                           GDT_Float64, 0, 0));
+    }
+
+    /// The name of the file, everything in it.
+    const std::string& Path() {
+        GDALFlushCache(dataset_);
+        return path_;
+    }
+
+    static void Check(CPLErr done) {
+        if (done != CE_None) throw std::runtime_error("GDAL can't make the raster");
+    }
+
+private:
+    static constexpr int kMostFilled = 1000;
+
+    std::string path_;
+    GDALDatasetH dataset_ = nullptr;
+};
+
+}  // namespace zol::testing_support
