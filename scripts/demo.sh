@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# From a fresh clone to values of real block models, in one command.
+# From a fresh clone to values of real block models and grids, in one command.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/steps.sh"
 
@@ -18,6 +18,10 @@ show zol blocks samples/blocks/estimate_regular.csv --first 5
 show zol at samples/blocks/estimate_regular.csv --world 106 4 58
 show zol info samples/blocks/made_subblocked.csv
 show zol blocks samples/omf/test_file.omf --first 5
+show zol grid info samples/grid/n43.tif
+show zol grid at samples/grid/n43.tif -79.402 43.658
+show zol grid plot samples/grid/warp_52_dem.tif -o build/relief.png
+echo "The relief is in build/relief.png."
 
 # The example is a project of its own, built against an installed copy.
 copy=$PWD/build/demo

@@ -20,6 +20,7 @@ using Action = std::function<int(Output&)>;
 using AddCommands = void (*)(CLI::App& app, Action& chosen);
 
 void add_block_commands(CLI::App& app, Action& chosen);
+void add_grid_commands(CLI::App& app, Action& chosen);
 void add_message_commands(CLI::App& app, Action& chosen);
 void add_variant_commands(CLI::App& app, Action& chosen);
 

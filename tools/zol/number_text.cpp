@@ -30,6 +30,22 @@ NumberText number_text(float value) {
     return shortest(value);
 }
 
+NumberText rounded_text(double value, int digits) {
+    if (!std::isfinite(value)) return number_text(value);
+    NumberText text;
+    const auto end = std::to_chars(std::begin(text.characters), std::end(text.characters), value,
+                                   std::chars_format::scientific, digits - 1);
+    // The largest number there is would be rounded up out of range.
+    double rounded = value;
+    std::from_chars(std::begin(text.characters), end.ptr, rounded);
+    return number_text(rounded);
+}
+
+NumberText coordinate_text(double value) {
+    constexpr int kDigits = 15;
+    return rounded_text(value, kDigits);
+}
+
 std::optional<double> parse_number(std::string_view text) {
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     double value = 0;

@@ -20,6 +20,11 @@ NumberText number_text(double value);
 /// The shortest that reads back as the same float: 0.1f is "0.1".
 NumberText number_text(float value);
 
+/// A computed number for a person: rounded to so many digits, at most 17.
+NumberText rounded_text(double value, int digits);
+/// A coordinate that was computed: with 15 digits, where 0.1 + 0.2 is "0.3".
+NumberText coordinate_text(double value);
+
 /// A whole text as a finite decimal number; nothing when it is not one.
 std::optional<double> parse_number(std::string_view text);
 

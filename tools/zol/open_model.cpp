@@ -12,8 +12,13 @@ namespace zol::tool {
 namespace {
 
 constexpr const char* kDiagnostics = "ZOL_DIAGNOSTICS";
-constexpr const char* kFormats =
+constexpr const char* kModelFormats =
     "formats read are delimited text (CSV and its relatives, GEO-EAS) and OMF 1.";
+constexpr const char* kGridFormats =
+    "formats read are the rasters of GDAL (GeoTIFF, ESRI ASCII, Surfer, netCDF, ...) and OMF 1.";
+
+// What GDAL looks for in archives, on servers and in memory.
+constexpr std::string_view kVirtualFile = "/vsi";
 
 bool exists(const std::string& file) {
     std::error_code ignored;
@@ -23,8 +28,23 @@ bool exists(const std::string& file) {
 /// Whether there is a file of this name, or of its part before the last '#', which
 /// then names an element in the file.
 bool is_there(const std::string& file) {
+    // A URL is no file, which the library says better.
+    if (file.starts_with(kVirtualFile) || file.find("://") != std::string::npos) return true;
     const std::size_t mark = file.rfind('#');
     return exists(file) || (mark != std::string::npos && exists(file.substr(0, mark)));
+}
+
+template <class Handle>
+std::unique_ptr<Handle> opened(const std::string& file, const char* formats) {
+    if (!is_there(file)) throw ReadFailure("there is no file '" + file + "'.");
+    try {
+        return std::make_unique<Handle>(file);
+    } catch (const ReadFailure& failure) {
+        const char* channel = std::getenv(kDiagnostics);
+        const bool is_reason_told = channel != nullptr && std::string_view(channel) == "stderr";
+        if (is_reason_told) throw ReadFailure(formats);
+        throw ReadFailure(std::string(failure.what()) + "\n" + formats);
+    }
 }
 
 }  // namespace
@@ -35,15 +55,11 @@ void turn_diagnostics_on() {
 }
 
 std::unique_ptr<BlockModel> open_model(const std::string& file) {
-    if (!is_there(file)) throw ReadFailure("there is no file '" + file + "'.");
-    try {
-        return std::make_unique<BlockModel>(file);
-    } catch (const ReadFailure& failure) {
-        const char* channel = std::getenv(kDiagnostics);
-        const bool is_reason_told = channel != nullptr && std::string_view(channel) == "stderr";
-        if (is_reason_told) throw ReadFailure(kFormats);
-        throw ReadFailure(std::string(failure.what()) + "\n" + kFormats);
-    }
+    return opened<BlockModel>(file, kModelFormats);
+}
+
+std::unique_ptr<Grid> open_grid(const std::string& file) {
+    return opened<Grid>(file, kGridFormats);
 }
 
 }  // namespace zol::tool

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "tools/zol/block_model.h"
+#include "tools/zol/grid.h"
 
 namespace zol::tool {
 
@@ -13,7 +14,8 @@ namespace zol::tool {
 /// environment says already where it shall tell. Call before the first opening.
 void turn_diagnostics_on();
 
-/// Throws ReadFailure with what a person can do about it.
+/// Throw ReadFailure with what a person can do about it.
 std::unique_ptr<BlockModel> open_model(const std::string& file);
+std::unique_ptr<Grid> open_grid(const std::string& file);
 
 }  // namespace zol::tool

@@ -1,4 +1,4 @@
-// Standard output, buffered, with every failure noticed.
+// Standard output or a file, buffered, with every failure noticed.
 #pragma once
 
 #include <string>
@@ -9,6 +9,8 @@ namespace zol::tool {
 class Output {
 public:
     Output();
+    /// Writes to an open file, which stays the caller's; `name` is for what is thrown.
+    Output(int descriptor, std::string name);
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
     /// Drops what was not flushed: a command that ends well calls Flush.
@@ -27,6 +29,8 @@ private:
     static constexpr std::size_t kFlushAt = 1 << 16;
 
     std::string buffer_;
+    std::string name_;
+    int descriptor_;
 };
 
 }  // namespace zol::tool

@@ -19,9 +19,11 @@ constexpr const char* kEraseLine = "\r\033[K";
 
 }  // namespace
 
-ProgressBar::ProgressBar(long long total)
-    : total_(std::max(total, 1LL)),
-      is_wanted_(isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0),
+ProgressBar::ProgressBar(long long total, const char* unit, Meanwhile meanwhile)
+    : unit_(unit),
+      total_(std::max(total, 1LL)),
+      is_wanted_(isatty(STDERR_FILENO) != 0 &&
+                 (meanwhile == Meanwhile::Nothing || isatty(STDOUT_FILENO) == 0)),
       next_drawing_(Clock::now() + kPatience) {}
 
 ProgressBar::~ProgressBar() {
@@ -36,8 +38,8 @@ void ProgressBar::DrawIfDue() {
     const double part = std::min(1.0, static_cast<double>(done_) / static_cast<double>(total_));
     std::string bar(static_cast<std::size_t>(part * kWidth), '#');
     bar.resize(kWidth, '.');
-    std::fprintf(stderr, "%s[%s] %3d %%  %lld of %lld blocks", kEraseLine, bar.c_str(),
-                 static_cast<int>(part * 100), done_, total_);
+    std::fprintf(stderr, "%s[%s] %3d %%  %lld of %lld %s", kEraseLine, bar.c_str(),
+                 static_cast<int>(part * 100), done_, total_, unit_);
 }
 
 }  // namespace zol::tool

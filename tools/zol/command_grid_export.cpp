@@ -1,0 +1,39 @@
+// `zol grid export`: all nodes of a grid, to a file or to standard output.
+
+#include "tools/zol/exit_codes.h"
+#include "tools/zol/grid_commands.h"
+#include "tools/zol/grid_writers.h"
+#include "tools/zol/open_model.h"
+#include "tools/zol/output_file.h"
+
+namespace zol::tool {
+
+namespace {
+
+void write_grid(const Grid& grid, const GridExportRequest& request, Output& output) {
+    const int n_walks = request.as_asc ? 2 : 1;
+    ProgressBar progress(
+        n_walks * grid.Nodes().NNodes(), "nodes",
+        request.to ? ProgressBar::Meanwhile::Nothing : ProgressBar::Meanwhile::Rows);
+    if (request.as_asc) {
+        write_asc(grid, progress, output);
+    } else {
+        write_csv(grid, request.all, progress, output);
+    }
+}
+
+}  // namespace
+
+int run_grid_export(const GridExportRequest& request, Output& output) {
+    const auto grid = open_grid(request.file);
+    if (!request.to) {
+        write_grid(*grid, request, output);
+        return kGood;
+    }
+    OutputFile file(*request.to, request.file);
+    write_grid(*grid, request, file.Rows());
+    file.Finish();
+    return kGood;
+}
+
+}  // namespace zol::tool

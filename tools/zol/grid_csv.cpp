@@ -1,0 +1,44 @@
+#include <charconv>
+#include <cmath>
+#include <string>
+
+#include "tools/zol/grid_writers.h"
+#include "tools/zol/number_text.h"
+
+namespace zol::tool {
+
+namespace {
+
+void write_whole(Output& output, int value) {
+    char text[16];
+    const auto end = std::to_chars(std::begin(text), std::end(text), value);
+    output.Write({text, static_cast<std::size_t>(end.ptr - text)});
+}
+
+}  // namespace
+
+void write_csv(const Grid& grid, bool with_masked, ProgressBar& progress, Output& output) {
+    const Lattice& nodes = grid.Nodes();
+    output.Write("i,j,x,y,value\n");
+    walk(grid, progress, [&](const Run& run) {
+        const NumberText y = coordinate_text(nodes.Y(run.j));
+        int i = run.i;
+        for (const double value : run.values) {
+            const int column = i++;
+            const bool is_masked = std::isnan(value);
+            if (is_masked && !with_masked) continue;
+            write_whole(output, column);
+            output.Write(',');
+            write_whole(output, run.j);
+            output.Write(',');
+            output.Write(coordinate_text(nodes.X(column)));
+            output.Write(',');
+            output.Write(y);
+            output.Write(',');
+            if (!is_masked) output.Write(number_text(value));
+            output.Write('\n');
+        }
+    });
+}
+
+}  // namespace zol::tool

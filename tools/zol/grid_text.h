@@ -1,0 +1,23 @@
+// Places in a grid as a person reads them, and as JSON.
+#pragma once
+
+#include <string>
+
+#include "tools/zol/grid_nodes.h"
+#include "tools/zol/json_writer.h"
+
+namespace zol::tool {
+
+/// What is computed from values, without the last digits: those tell of rounding only.
+std::string computed_text(double value);
+/// "1 2.5"
+std::string pair_text(double x, double y);
+/// "1 2 to 3 4"
+std::string extent_text(const Lattice& nodes);
+
+/// [x, y]
+void write_pair(JsonWriter& json, double x, double y);
+/// {"lower": [x, y], "upper": [x, y]}
+void write_extent(JsonWriter& json, const Lattice& nodes);
+
+}  // namespace zol::tool
