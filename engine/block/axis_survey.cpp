@@ -93,6 +93,38 @@ double lattice_lower(const std::vector<Span>& spans, const SpanSet& bounds, doub
 
 void SpanSet::AddNew(const Span& span) {
     last_ = span;
+    if (overflowed_) {
+        Widen(span);
+        return;
+    }
+    if (count_ * 2 >= slots_.size()) {
+        Grow();
+    }
+    const std::size_t slot = SlotOf(span);
+    slots_[last_slot_].follower = static_cast<std::uint32_t>(slot);
+    last_slot_ = slot;
+    if (!slots_[slot].IsEmpty()) {
+        return;
+    }
+    Widen(span);
+    slots_[slot].span = span;
+    if (++count_ > kMost) {
+        overflowed_ = true;
+        slots_ = {};
+    }
+}
+
+// Where a span stands, or belongs.
+std::size_t SpanSet::SlotOf(const Span& span) const {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t slot = hash_of(span) & mask;
+    while (!slots_[slot].IsEmpty() && !(slots_[slot].span == span)) {
+        slot = (slot + 1) & mask;
+    }
+    return slot;
+}
+
+void SpanSet::Widen(const Span& span) {
     const double lower = span.centroid - span.size / 2;
     const double upper = span.centroid + span.size / 2;
     const bool first = count_ == 0;
@@ -100,38 +132,16 @@ void SpanSet::AddNew(const Span& span) {
     upper_ = first ? upper : std::max(upper_, upper);
     least_size_ = first ? span.size : std::min(least_size_, span.size);
     greatest_size_ = first ? span.size : std::max(greatest_size_, span.size);
-    if (overflowed_) {
-        return;
-    }
-    if (count_ * 2 >= slots_.size()) {
-        Grow();
-    }
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t slot = hash_of(span) & mask;
-    while (!std::isnan(slots_[slot].size)) {
-        if (slots_[slot] == span) {
-            return;
-        }
-        slot = (slot + 1) & mask;
-    }
-    slots_[slot] = span;
-    if (++count_ > kMost) {
-        overflowed_ = true;
-        slots_ = {};
-    }
 }
 
 void SpanSet::Grow() {
-    std::vector<Span> old(std::max<std::size_t>(64, slots_.size() * 2), Span{0.0, kNaN});
+    const std::size_t size = std::max<std::size_t>(64, slots_.size() * 2);
+    std::vector<Slot> old(size, Slot{{0.0, kNaN}, 0});
     old.swap(slots_);
-    const std::size_t mask = slots_.size() - 1;
-    for (const Span& span : old) {
-        if (!std::isnan(span.size)) {
-            std::size_t slot = hash_of(span) & mask;
-            while (!std::isnan(slots_[slot].size)) {
-                slot = (slot + 1) & mask;
-            }
-            slots_[slot] = span;
+    last_slot_ = 0;
+    for (const Slot& slot : old) {
+        if (!slot.IsEmpty()) {
+            slots_[SlotOf(slot.span)].span = slot.span;
         }
     }
 }
@@ -140,9 +150,9 @@ void SpanSet::Merge(const SpanSet& other) {
     if (other.IsEmpty()) {
         return;
     }
-    for (const Span& span : other.slots_) {
-        if (!std::isnan(span.size)) {
-            AddNew(span);
+    for (const Slot& slot : other.slots_) {
+        if (!slot.IsEmpty()) {
+            AddNew(slot.span);
         }
     }
     if (other.overflowed_) {
@@ -173,9 +183,9 @@ SpanSet SpanSet::Shifted(double by) const {
 
 std::vector<Span> SpanSet::Sorted() const {
     std::vector<Span> spans;
-    for (const Span& span : slots_) {
-        if (!std::isnan(span.size)) {
-            spans.push_back(span);
+    for (const Slot& slot : slots_) {
+        if (!slot.IsEmpty()) {
+            spans.push_back(slot.span);
         }
     }
     std::sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) {

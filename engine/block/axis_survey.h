@@ -34,9 +34,16 @@ public:
     static constexpr std::size_t kMost = std::size_t{1} << 18;
 
     void Add(const Span& span) {
-        if (!(span == last_)) {
-            AddNew(span);
+        if (span == last_) {
+            return;
         }
+        // Spans come in turn, each mostly after the one that it came after before.
+        if (last_slot_ < slots_.size() && slots_[slots_[last_slot_].follower].span == span) {
+            last_slot_ = slots_[last_slot_].follower;
+            last_ = span;
+            return;
+        }
+        AddNew(span);
     }
     void Merge(const SpanSet& other);
 
@@ -55,10 +62,23 @@ public:
 
 private:
     void AddNew(const Span& span);
+    // Takes a span into the bounds.
+    void Widen(const Span& span);
     void Grow();
 
-    // An open-addressing table; an empty slot has the size NaN.
-    std::vector<Span> slots_;
+    struct Slot {
+        // Of an empty slot the size is NaN.
+        Span span;
+        // The slot of the span that was added after this one, the last time.
+        std::uint32_t follower = 0;
+
+        bool IsEmpty() const { return span.size != span.size; }
+    };
+    std::size_t SlotOf(const Span& span) const;
+
+    // An open-addressing table.
+    std::vector<Slot> slots_;
+    std::size_t last_slot_ = 0;
     std::size_t count_ = 0;
     bool overflowed_ = false;
     Span last_{0.0, -1.0};

@@ -71,11 +71,10 @@ public:
     Spans Place(const std::vector<double>& values) const;
     /// One axis of it, for rows that aren't turned.
     Span PlaceAxis(const std::vector<double>& values, std::size_t axis) const;
-    /// True when the numbers that place a block along an axis are the same in two rows.
-    bool IsSame(const std::vector<double>& a, const std::vector<double>& b,
-                std::size_t axis) const {
-        return (first_[axis] == AxisReading::kNone || a[first_[axis]] == b[first_[axis]]) &&
-               (second_[axis] == AxisReading::kNone || a[second_[axis]] == b[second_[axis]]);
+    /// The places in Columns of the one or two numbers that place a block along an axis;
+    /// AxisReading::kNone where there is none.
+    std::array<std::size_t, 2> PlacesOf(std::size_t axis) const {
+        return {first_[axis], second_[axis]};
     }
     /// What makes the numbers of an axis unfit for a block, or null; `column` is the
     /// place in Columns of the number at fault.

@@ -55,12 +55,7 @@ void Catalogue::Add(std::string_view name, const Field& field) {
     }
 }
 
-const Field& Catalogue::Find(const std::string& name) const {
-    const std::size_t expected = entries_[last_].follower;
-    if (expected != 0 && entries_[expected].name == name) {
-        last_ = expected;
-        return entries_[expected].field;
-    }
+const Field& Catalogue::LookUp(const std::string& name) const {
     const auto found = places_.find(name);
     if (found == places_.end()) {
         return entries_.front().field;

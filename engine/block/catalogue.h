@@ -42,7 +42,14 @@ public:
 
     /// Costs a comparison of texts where the name comes after the one that it came
     /// after before, as in a loop over blocks; else a look into a table.
-    const Field& Find(const std::string& name) const;
+    const Field& Find(const std::string& name) const {
+        const std::size_t expected = entries_[last_].follower;
+        if (expected != 0 && entries_[expected].name == name) [[likely]] {
+            last_ = expected;
+            return entries_[expected].field;
+        }
+        return LookUp(name);
+    }
     /// The file's own variable of that name, or null.
     const Variable* OwnVariable(const std::string& name) const;
     /// Names by selector bits, as the model's GetFieldVector takes them: the file's own
@@ -60,6 +67,7 @@ private:
     };
 
     void Add(std::string_view name, const Field& field);
+    const Field& LookUp(const std::string& name) const;
 
     const Source& source_;
     /// The first one stands for unknown names and has none.

@@ -7,7 +7,7 @@
 
 #include "engine/block/axis_survey.h"
 #include "engine/block/block_rows.h"
-#include "engine/formats/table_survey.h"
+#include "engine/formats/row_watcher.h"
 
 namespace zol::engine::block {
 
@@ -19,21 +19,26 @@ public:
 
     SpanWatcher(RowPlacing placing, const Constants& constants);
 
-    const char* Row(const std::vector<double>& values, std::size_t& column) override;
+    Fault Rows(const std::vector<std::vector<double>>& columns, std::size_t count) override;
 
-    bool SawRows() const { return !first_row_; }
+    bool SawRows() const { return saw_rows_; }
     const std::array<SpanSet, 3>& SpansSeen() const { return spans_; }
     /// What stood in every row seen.
     double ConstantValue(std::size_t i) const { return constant_values_[i]; }
 
 private:
-    void AddTurned(Spans spans);
+    using Columns = std::vector<std::vector<double>>;
+
+    void WatchAxis(const Columns& columns, std::size_t axis, Fault& fault);
+    void AddTurned(const Columns& columns, std::size_t row);
+    void WatchConstant(const std::vector<double>& numbers, std::size_t i, Fault& fault);
 
     RowPlacing placing_;
     Constants constants_;
     std::array<double, 6> constant_values_{};
-    bool first_row_ = true;
-    std::vector<double> last_values_;
+    bool saw_rows_ = false;
+    // The numbers of one row.
+    std::vector<double> values_;
     std::array<SpanSet, 3> spans_;
 };
 

@@ -1,7 +1,10 @@
 #include "engine/formats/packed_numbers.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstring>
+#include <limits>
 
 namespace zol::engine {
 
@@ -13,6 +16,24 @@ constexpr std::int64_t kGreatestExact = std::int64_t{1} << 53;
 // Marks a missing number; the greatest value of the width, which no number takes.
 template <class Width>
 constexpr Width kGap = std::numeric_limits<Width>::max();
+
+// What brings a number to so many more decimals, and the most digits that stay exact.
+struct Scaling {
+    std::int64_t factor = 1;
+    std::int64_t most_digits = kGreatestExact;
+};
+
+constexpr std::array<Scaling, kMaxScale + 1> scalings() {
+    std::array<Scaling, kMaxScale + 1> made{};
+    for (std::size_t i = 1; i < made.size(); ++i) {
+        made[i].most_digits = made[i - 1].most_digits / 10;
+        // Where no digit but 0 is left, the factor doesn't matter.
+        made[i].factor = made[i].most_digits == 0 ? 0 : made[i - 1].factor * 10;
+    }
+    return made;
+}
+
+constexpr std::array<Scaling, kMaxScale + 1> kScalings = scalings();
 
 template <class Width>
 Width load(const std::vector<std::byte>& bytes, std::size_t index) {
@@ -49,12 +70,38 @@ double PackedNumbers::At(std::size_t index) const {
         return load<double>(bytes_, index);
     }
     std::uint64_t above = 0;
-    if (!AboveAt(index, above)) {
-        return kNaN;
-    }
+    return AboveAt(index, above) ? NumberAbove(above) : kNaN;
+}
+
+double PackedNumbers::NumberAbove(std::uint64_t above) const {
     const auto whole =
         static_cast<double>(static_cast<std::int64_t>(static_cast<std::uint64_t>(base_) + above));
     return divisor_ == 1.0 ? whole : whole / divisor_;
+}
+
+void PackedNumbers::CopyTo(std::vector<double>& numbers) const {
+    numbers.resize(size_);
+    const auto copy = [&]<class Width>(Width) {
+        for (std::size_t i = 0; i < size_; ++i) {
+            const Width stored = load<Width>(bytes_, i);
+            numbers[i] = stored == kGap<Width> ? kNaN : NumberAbove(stored);
+        }
+    };
+    switch (form_) {
+        case Form::One:
+            return copy(std::uint8_t{});
+        case Form::Two:
+            return copy(std::uint16_t{});
+        case Form::Four:
+            return copy(std::uint32_t{});
+        case Form::Eight:
+            return copy(std::uint64_t{});
+        case Form::Doubles:
+            break;
+    }
+    for (std::size_t i = 0; i < size_; ++i) {
+        numbers[i] = load<double>(bytes_, i);
+    }
 }
 
 bool PackedNumbers::WholeAt(std::size_t index, std::int64_t& whole) const {
@@ -66,14 +113,15 @@ bool PackedNumbers::WholeAt(std::size_t index, std::int64_t& whole) const {
     return true;
 }
 
-void NumberPacker::AddMissing() {
-    items_.push_back({0, 0, false, kNaN});
+double NumberPacker::Item::Value() const {
+    return scale == kMissing
+               ? kNaN
+               : Decimal{digits, scale, scale != kRounded, std::bit_cast<double>(digits)}.Value();
 }
 
-void NumberPacker::Add(const Decimal& decimal) {
-    all_exact_ = all_exact_ && decimal.exact;
-    greatest_scale_ = std::max(greatest_scale_, decimal.exact ? decimal.scale : 0);
-    items_.push_back(decimal);
+void NumberPacker::AddRounded(double number) {
+    all_exact_ = false;
+    items_.push_back({std::bit_cast<std::int64_t>(number), kRounded});
 }
 
 // Brings all numbers to the greatest count of decimals, which changes none of them,
@@ -84,15 +132,17 @@ bool NumberPacker::CommonScale(std::int64_t& least, std::uint64_t& range) {
     }
     std::int64_t greatest = std::numeric_limits<std::int64_t>::min();
     least = std::numeric_limits<std::int64_t>::max();
-    for (Decimal& item : items_) {
-        if (!item.exact) {
+    for (Item& item : items_) {
+        if (!item.IsExact()) {
             continue;
         }
-        for (; item.scale < greatest_scale_; ++item.scale) {
-            if (item.digits > kGreatestExact / 10 || item.digits < -kGreatestExact / 10) {
+        const Scaling& scaling = kScalings[static_cast<std::size_t>(greatest_scale_ - item.scale)];
+        if (item.scale != greatest_scale_) {
+            if (item.digits > scaling.most_digits || item.digits < -scaling.most_digits) {
                 return false;
             }
-            item.digits *= 10;
+            item.digits *= scaling.factor;
+            item.scale = greatest_scale_;
         }
         least = std::min(least, item.digits);
         greatest = std::max(greatest, item.digits);
@@ -117,15 +167,15 @@ PackedNumbers NumberPacker::Finish() {
         }
     };
     const auto above_least = [&]<class Width>(Width width) {
-        store(width, [&](const Decimal& item) {
+        store(width, [&](const Item& item) {
             const auto above =
                 static_cast<std::uint64_t>(item.digits) - static_cast<std::uint64_t>(least);
-            return !item.exact ? kGap<Width> : static_cast<Width>(above);
+            return !item.IsExact() ? kGap<Width> : static_cast<Width>(above);
         });
     };
     if (!CommonScale(least, range)) {
         packed.form_ = PackedNumbers::Form::Doubles;
-        store(double{}, [](const Decimal& item) { return item.Value(); });
+        store(double{}, [](const Item& item) { return item.Value(); });
     } else {
         packed.base_ = least;
         packed.divisor_ = kPowersOfTen[static_cast<std::size_t>(greatest_scale_)];

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
+#include "engine/formats/cell_scan.h"
 #include "engine/formats/text_dialect.h"
 
 namespace zol::engine {
@@ -17,27 +17,69 @@ public:
     /// Takes a text, shorter than 4 GiB, apart; false when it holds anything else. The text
     /// outlives the use of its cells.
     bool Read(std::string_view text, const TextDialect& dialect, std::size_t columns);
+    /// The same, and marks the cells as numbers with `point` as decimal point.
+    bool ReadMarked(std::string_view text, const TextDialect& dialect, std::size_t columns,
+                    char point);
 
     std::size_t Count() const { return count_; }
     /// `column` is below the count of columns, `row` below Count.
     TextCell CellAt(std::size_t row, std::size_t column) const {
-        const std::size_t place = row * columns_ + column;
-        const char* const end = text_ + ends_[place];
-        const bool before_return = column + 1 == columns_ && end != text_ && end[-1] == '\r';
-        const char* const begin = place == 0 ? text_ : text_ + ends_[place - 1] + 1;
-        return {begin, before_return && begin != end ? end - 1 : end, false};
+        return CellsFrom(row, column).Next();
+    }
+    /// The cells of one column from a row on. For the innermost of loops: it holds all that
+    /// it needs, where CellAt has to work out each place anew.
+    class ColumnCells {
+    public:
+        TextCell Next() {
+            const char* const end = text_ + *end_;
+            const char* const begin = end_ == first_end_ ? text_ : text_ + end_[-1] + 1;
+            end_ += columns_;
+            return {begin, WithoutReturn(begin, end, is_last_), false};
+        }
+
+    private:
+        friend class PlainRows;
+        ColumnCells(const PlainRows& rows, std::size_t row, std::size_t column)
+            : text_(rows.text_),
+              first_end_(rows.scan_.ends.data()),
+              end_(first_end_ + row * rows.columns_ + column),
+              columns_(rows.columns_),
+              is_last_(column + 1 == columns_) {}
+
+        const char* text_;
+        const std::uint32_t* first_end_;
+        const std::uint32_t* end_;
+        std::size_t columns_;
+        bool is_last_;
+    };
+    ColumnCells CellsFrom(std::size_t row, std::size_t column) const {
+        return {*this, row, column};
+    }
+    /// Of rows that were read marked: a bit for each of 64 cells of a row from `column` on.
+    /// Bits behind the row's last cell mean nothing.
+    std::uint64_t FractionsFrom(std::size_t row, std::size_t column) const {
+        return scan_.fractions.From(row * columns_ + column);
+    }
+    std::uint64_t OthersFrom(std::size_t row, std::size_t column) const {
+        return scan_.others.From(row * columns_ + column);
     }
     /// Where a row begins, from the start of the text.
     std::size_t RowBegin(std::size_t row) const {
-        return row == 0 ? 0 : ends_[row * columns_ - 1] + std::size_t{1};
+        return row == 0 ? 0 : scan_.ends[row * columns_ - 1] + std::size_t{1};
     }
 
 private:
+    // Windows ends a row with two characters.
+    static const char* WithoutReturn(const char* begin, const char* end, bool ends_row) {
+        return ends_row && begin != end && end[-1] == '\r' ? end - 1 : end;
+    }
+    static bool MayBePlain(std::string_view text, const TextDialect& dialect);
+    bool Settle(std::string_view text, const TextDialect& dialect, std::size_t columns);
+
     const char* text_ = nullptr;
     std::size_t columns_ = 0;
     std::size_t count_ = 0;
-    // The separator or row end behind each cell.
-    std::vector<std::uint32_t> ends_;
+    CellScan scan_;
 };
 
 }  // namespace zol::engine

@@ -64,6 +64,22 @@ inline std::uint64_t without(std::uint64_t word, int at, std::uint64_t filler) {
 
 }  // namespace short_decimal
 
+/// True when two texts of a length, given by their ends, are known to have the same
+/// characters: up to 16 are compared. kBytesBefore bytes in front of both texts may be read.
+[[gnu::always_inline]] inline bool are_same_characters(const char* a_end, const char* b_end,
+                                                       std::size_t length) {
+    using namespace short_decimal;
+    if (std::endian::native != std::endian::little || length - 1 >= 16) {
+        return false;
+    }
+    const std::uint64_t high = load(a_end - 8) ^ load(b_end - 8);
+    if (length <= 8) {
+        return high >> (64 - 8 * length) == 0;
+    }
+    const std::uint64_t low = load(a_end - 16) ^ load(b_end - 16);
+    return (high | low >> (128 - 8 * length)) == 0;
+}
+
 /// What a cell is at a glance.
 enum class Glance {
     /// Up to nine digits, perhaps behind a minus: a whole number of 32 bits.
@@ -105,12 +121,50 @@ enum class Glance {
     return length > 1 && are_digits(high) && are_digits(low) ? Glance::Fraction : Glance::Other;
 }
 
+namespace short_decimal {
+
+// Up to eight characters: most numbers of a table.
+[[gnu::always_inline]] inline bool read_word(const char* end, std::size_t length, char point,
+                                             std::uint64_t& digits, int& scale) {
+    std::uint64_t word = last_characters(load(end - 8), length);
+    if (const std::uint64_t found = places_of(word, point); found != 0) {
+        const int at = std::countr_zero(found);
+        scale = 7 - (at >> 3);
+        word = without(word, at, '0');
+        if (length == 1) {
+            return false;
+        }
+    }
+    digits = value_of(word);
+    return are_digits(word);
+}
+
+// Nine to 16 characters.
+[[gnu::always_inline]] inline bool read_two_words(const char* end, std::size_t length, char point,
+                                                  std::uint64_t& digits, int& scale) {
+    std::uint64_t high = load(end - 8);
+    std::uint64_t low = last_characters(load(end - 16), length - 8);
+    if (const std::uint64_t in_high = places_of(high, point); in_high != 0) {
+        const int at = std::countr_zero(in_high);
+        scale = 7 - (at >> 3);
+        high = without(high, at, low >> 56);
+        low = low << 8 | '0';
+    } else if (const std::uint64_t in_low = places_of(low, point); in_low != 0) {
+        const int at = std::countr_zero(in_low);
+        scale = 15 - (at >> 3);
+        low = without(low, at, '0');
+    }
+    digits = value_of(high) + value_of(low) * 100000000U;
+    return are_digits(high) && are_digits(low);
+}
+
+}  // namespace short_decimal
+
 /// Reads digits with at most one `point` among them and a minus in front; false for
 /// everything else, a longer number, or one that needs more care. The kBytesBefore
 /// bytes in front of `begin` may be read.
 [[gnu::always_inline]] inline bool read_short_decimal(const char* begin, const char* end,
                                                       char point, Decimal& decimal) {
-    using namespace short_decimal;
     if constexpr (std::endian::native != std::endian::little) {
         return false;
     }
@@ -120,34 +174,16 @@ enum class Glance {
     if (length - 1 >= 16) {
         return false;
     }
-    const bool is_long = length > 8;
-    std::uint64_t high = last_characters(load(end - 8), is_long ? 8 : length);
-    std::uint64_t low = is_long ? last_characters(load(end - 16), length - 8) : kZeros;
+    std::uint64_t magnitude = 0;
     int scale = 0;
-    if (const std::uint64_t in_high = places_of(high, point); in_high != 0) {
-        const int at = std::countr_zero(in_high);
-        scale = 7 - at / 8;
-        high = without(high, at, low >> 56);
-        low = low << 8 | '0';
-    } else if (is_long) {
-        if (const std::uint64_t in_low = places_of(low, point); in_low != 0) {
-            const int at = std::countr_zero(in_low);
-            scale = 15 - at / 8;
-            low = without(low, at, '0');
-        }
-    }
-    if (length == 1 && scale == 0 && *begin == point) {
-        return false;
-    }
-    if (!are_digits(high) || !are_digits(low)) {
-        return false;
-    }
-    const auto digits =
-        static_cast<std::int64_t>(value_of(high) + (is_long ? value_of(low) * 100000000U : 0));
+    const bool is_number =
+        length <= 8 ? short_decimal::read_word(end, length, point, magnitude, scale)
+                    : short_decimal::read_two_words(end, length, point, magnitude, scale);
     // Minus zero has no whole number that stands for it.
-    if (negative && digits == 0) {
+    if (!is_number || (negative && magnitude == 0)) {
         return false;
     }
+    const auto digits = static_cast<std::int64_t>(magnitude);
     decimal.digits = negative ? -digits : digits;
     decimal.scale = scale;
     decimal.exact = true;

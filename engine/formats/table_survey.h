@@ -2,20 +2,24 @@
 // the table is sound.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "engine/formats/cell_reader.h"
+#include "engine/formats/row_watcher.h"
 #include "engine/formats/text_blocks.h"
 
 namespace zol::engine {
 
 /// What the cells of one column have turned out to be.
 struct ColumnSurvey {
+    /// More texts than this are no slips in a column of numbers.
+    static constexpr std::size_t kFewTexts = 20;
+
     /// Texts are counted up to a few, and the first of the file is kept.
     std::size_t texts = 0;
     std::string first_text;
@@ -33,23 +37,17 @@ struct ColumnSurvey {
     /// Numbers nearly everywhere: the few texts may be meant for missing values.
     bool HasStrayText() const;
 
-    void Add(const Decimal& number);
+    void Add(const Decimal& number) {
+        has_number = true;
+        if (number.exact && number.scale == 0) {
+            least_whole = std::min(least_whole, number.digits);
+            greatest_whole = std::max(greatest_whole, number.digits);
+        } else {
+            has_fraction = true;
+        }
+    }
     void AddText(std::string_view text, std::uint64_t offset);
     void Merge(const ColumnSurvey& other);
-};
-
-/// Takes the numbers of chosen columns, row by row in the order of one block. Each
-/// worker has its own.
-class RowWatcher {
-public:
-    RowWatcher() = default;
-    RowWatcher(const RowWatcher&) = delete;
-    RowWatcher& operator=(const RowWatcher&) = delete;
-    virtual ~RowWatcher() = default;
-
-    /// `values` are in the order of the watched columns, NaN for missing ones. Gives
-    /// what is wrong with them, or null, and in `column` which of them it is.
-    virtual const char* Row(const std::vector<double>& values, std::size_t& column) = 0;
 };
 
 struct TableSurvey {

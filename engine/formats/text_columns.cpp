@@ -38,10 +38,7 @@ double TextColumns::NumberInRun(std::size_t column, std::uint64_t row) {
     const PackedNumbers& numbers = RunOf(column, row, index).numbers;
     if (walks_on) {
         // Unpacked at one go, the numbers of a walk cost a look each.
-        asked.window.resize(numbers.Size());
-        for (std::size_t i = 0; i < asked.window.size(); ++i) {
-            asked.window[i] = numbers.At(i);
-        }
+        numbers.CopyTo(asked.window);
     }
     return numbers.At(index);
 }
@@ -87,6 +84,69 @@ const TextColumns::Run& TextColumns::RunOf(std::size_t column, std::uint64_t row
     return *asked.current;
 }
 
+// Reads the cells of one column, one block after the other.
+class TextColumns::Decoder {
+public:
+    Decoder(const TextColumns& table, std::size_t column)
+        : column_(column),
+          format_(table.formats_[column]),
+          is_text_(format_.kind == CellFormat::Kind::Text),
+          is_usual_(format_.HasUsualNumbers() && !format_.missing.HasNumbers()),
+          table_(table) {}
+
+    void Add(const TextCell& cell) { is_text_ ? AddText(cell) : AddNumber(cell); }
+    void AddRows(const PlainRows& plain) {
+        PlainRows::ColumnCells cells = plain.CellsFrom(0, column_);
+        for (std::size_t row = 0; row < plain.Count(); ++row) {
+            Add(cells.Next());
+        }
+    }
+
+    std::size_t Column() const { return column_; }
+    std::unique_ptr<Run> Finish() {
+        auto run = std::make_unique<Run>();
+        run->numbers = numbers_.Finish();
+        run->texts = texts_.Finish();
+        return run;
+    }
+
+private:
+    void AddNumber(const TextCell& cell) {
+        Decimal number;
+        const bool is_usual =
+            is_usual_ && read_short_decimal(cell.begin, cell.end, format_.decimal_point, number);
+        if (is_usual || read_any_cell(cell, format_, number) == CellContent::Number) {
+            numbers_.Add(number);
+        } else {
+            numbers_.AddMissing();
+        }
+    }
+
+    void AddText(const TextCell& cell) {
+        // A quoted cell and a bare one of the same letters may say different things: the
+        // opening quote tells them apart.
+        const std::size_t quote = cell.quoted ? 1 : 0;
+        const std::string_view letters(cell.begin - quote, cell.Raw().size() + quote);
+        texts_.Add(letters, [&] { return TextOf(cell); });
+    }
+
+    std::string TextOf(const TextCell& cell) const {
+        Decimal number;
+        return read_cell(cell, format_, number) == CellContent::Missing
+                   ? std::string()
+                   : to_utf8(cell_text(cell, table_.blocks_.Dialect()), table_.encoding_);
+    }
+
+    std::size_t column_;
+    const CellFormat& format_;
+    bool is_text_;
+    // Most cells are told to be numbers without looking at what is missing.
+    bool is_usual_;
+    const TextColumns& table_;
+    NumberPacker numbers_;
+    TextPacker texts_;
+};
+
 void TextColumns::Decode(std::size_t first_block, std::size_t behind) {
     // Worker threads take the mode of this one.
     const UsualFloatingPoint usual;
@@ -104,15 +164,20 @@ void TextColumns::Decode(std::size_t first_block, std::size_t behind) {
     }
     try {
         std::atomic<std::size_t> next = first_block;
-        const auto work = [&](unsigned) {
-            std::vector<char> buffer;
-            PlainRows plain;
-            for (std::size_t block = next++; block < behind; block = next++) {
-                DecodeBlock(block, buffer, plain);
-            }
-        };
         const auto jobs = static_cast<unsigned>(std::min<std::size_t>(behind - first_block, 64));
-        run_workers(std::min(worker_count(), jobs), work);
+        const unsigned workers = std::min(worker_count(), jobs);
+        scratches_.resize(std::max<std::size_t>(scratches_.size(), workers));
+        run_workers(workers, [&](unsigned worker) {
+            std::vector<Decoder> decoders;
+            for (std::size_t i = 0; i < columns_.size(); ++i) {
+                if (columns_[i].asked) {
+                    decoders.emplace_back(*this, i);
+                }
+            }
+            for (std::size_t block = next++; block < behind; block = next++) {
+                DecodeBlock(block, scratches_[worker], decoders);
+            }
+        });
     } catch (const ReadError& error) {
         MakeMissing(first_block, behind, error.what());
     }
@@ -122,74 +187,27 @@ void TextColumns::Decode(std::size_t first_block, std::size_t behind) {
     }
 }
 
-// Reads the cells of one column in one block.
-class TextColumns::Decoder {
-public:
-    Decoder(const TextColumns& table, std::size_t column)
-        : column_(column), format_(table.formats_[column]), table_(table) {}
-
-    void Add(const TextCell& cell) {
-        if (format_.kind == CellFormat::Kind::Text) {
-            // A quoted cell and a bare one of the same letters may say different things: the
-            // opening quote tells them apart.
-            const std::size_t quote = cell.quoted ? 1 : 0;
-            const std::string_view letters(cell.begin - quote, cell.Raw().size() + quote);
-            texts_.Add(letters, [&] { return TextOf(cell); });
-            return;
-        }
-        Decimal number;
-        if (read_cell(cell, format_, number) == CellContent::Number) {
-            numbers_.Add(number);
-        } else {
-            numbers_.AddMissing();
+void TextColumns::DecodeBlock(std::size_t block, Scratch& scratch, std::vector<Decoder>& decoders) {
+    const TextBlocks::Text text = blocks_.Load(block, scratch.buffer);
+    std::vector<Decoder*> wanted;
+    for (Decoder& decoder : decoders) {
+        if (!columns_[decoder.Column()].runs[block]) {
+            wanted.push_back(&decoder);
         }
     }
-
-    std::size_t Column() const { return column_; }
-    std::unique_ptr<Run> Finish() {
-        auto run = std::make_unique<Run>();
-        run->numbers = numbers_.Finish();
-        run->texts = texts_.Finish();
-        return run;
-    }
-
-private:
-    std::string TextOf(const TextCell& cell) const {
-        Decimal number;
-        return read_cell(cell, format_, number) == CellContent::Missing
-                   ? std::string()
-                   : to_utf8(cell_text(cell, table_.blocks_.Dialect()), table_.encoding_);
-    }
-
-    std::size_t column_;
-    const CellFormat& format_;
-    const TextColumns& table_;
-    NumberPacker numbers_;
-    TextPacker texts_;
-};
-
-void TextColumns::DecodeBlock(std::size_t block, std::vector<char>& buffer, PlainRows& plain) {
-    const TextBlocks::Text text = blocks_.Load(block, buffer);
-    std::vector<Decoder> decoders;
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        if (columns_[i].asked && !columns_[i].runs[block]) {
-            decoders.emplace_back(*this, i);
-        }
-    }
+    PlainRows& plain = scratch.plain;
     std::uint64_t rows = 0;
     if (plain.Read(text.rows, blocks_.Dialect(), formats_.size())) {
         rows = plain.Count();
-        for (Decoder& decoder : decoders) {
-            for (std::size_t row = 0; row < rows; ++row) {
-                decoder.Add(plain.CellAt(row, decoder.Column()));
-            }
+        for (Decoder* const decoder : wanted) {
+            decoder->AddRows(plain);
         }
     } else {
         RowReader reader(text.rows, blocks_.Dialect());
         CellList cells;
         while (reader.Next(cells) == RowReader::Outcome::Row && cells.size() >= formats_.size()) {
-            for (Decoder& decoder : decoders) {
-                decoder.Add(cells[decoder.Column()]);
+            for (Decoder* const decoder : wanted) {
+                decoder->Add(cells[decoder->Column()]);
             }
             ++rows;
         }
@@ -197,8 +215,8 @@ void TextColumns::DecodeBlock(std::size_t block, std::vector<char>& buffer, Plai
     if (rows != blocks_.RowsIn(block)) {
         throw ReadError("the file has changed since it was opened; its values are missing now");
     }
-    for (Decoder& decoder : decoders) {
-        columns_[decoder.Column()].runs[block] = decoder.Finish();
+    for (Decoder* const decoder : wanted) {
+        columns_[decoder->Column()].runs[block] = decoder->Finish();
     }
 }
 

@@ -59,6 +59,11 @@ private:
         std::size_t Bytes() const;
     };
     class Decoder;
+    // What a worker needs for a block, kept for the next.
+    struct Scratch {
+        std::vector<char> buffer;
+        PlainRows plain;
+    };
     struct Column {
         std::vector<std::unique_ptr<Run>> runs;
         // The run that answered last, and its rows.
@@ -73,7 +78,7 @@ private:
     double NumberInRun(std::size_t column, std::uint64_t row);
     const Run& RunOf(std::size_t column, std::uint64_t row, std::size_t& index);
     void Decode(std::size_t first_block, std::size_t behind);
-    void DecodeBlock(std::size_t block, std::vector<char>& buffer, PlainRows& plain);
+    void DecodeBlock(std::size_t block, Scratch& scratch, std::vector<Decoder>& decoders);
     void MakeMissing(std::size_t first_block, std::size_t behind, const std::string& reason);
     void KeepWithinLimit(std::size_t wanted_from, std::size_t wanted_behind);
 
@@ -81,6 +86,7 @@ private:
     std::vector<CellFormat> formats_;
     std::string encoding_;
     std::vector<Column> columns_;
+    std::vector<Scratch> scratches_;
     // In the order of decoding, to make room in the same order.
     std::deque<std::pair<std::size_t, std::size_t>> kept_;
     std::size_t kept_bytes_ = 0;
