@@ -2,11 +2,10 @@
 
 namespace zol::api {
 
-std::nullopt_t Call::Fail(std::string_view tail) const {
+void report_failure(std::string_view speaker, std::string_view tail) {
     // All the memory first: if there is none, the slot keeps the text that it has.
-    state.last_error.reserve(speaker_.size() + 1 + tail.size());
-    state.last_error.assign(speaker_).append(1, ' ').append(tail);
-    return std::nullopt;
+    state.last_error.reserve(speaker.size() + 1 + tail.size());
+    state.last_error.assign(speaker).append(1, ' ').append(tail);
 }
 
 void report_not_initialised() {

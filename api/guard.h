@@ -48,6 +48,24 @@ inline constexpr Answers<Handle*> kNewHandle{nullptr, nullptr};
 template <class R>
 using Outcome = std::optional<R>;
 
+/// Puts "<speaker> <tail>" in the last-error slot.
+void report_failure(std::string_view speaker, std::string_view tail);
+
+/// Puts "ZOL_API not initialised." in the last-error slot.
+void report_not_initialised();
+
+/// The initialised test, with its report.
+inline bool is_initialised() {
+    if (state.initialised != 0) [[likely]] {
+        return true;
+    }
+    report_not_initialised();
+    return false;
+}
+
+// Nothing takes the address of a Call, so that one lives in registers: a few
+// instructions of a walk are all that its frame costs.
+
 /// One running call of a counted export.
 class Call {
 public:
@@ -57,7 +75,10 @@ public:
           speaker_(speaker.empty() ? function.Name() : speaker) {}
 
     /// Puts "<function> <tail>" in the last-error slot; to be returned as the outcome.
-    std::nullopt_t Fail(std::string_view tail) const;
+    std::nullopt_t Fail(std::string_view tail) const {
+        report_failure(speaker_, tail);
+        return std::nullopt;
+    }
 
     /// The first half of the success exit, for an export with an order of its own.
     void EmptyError() { state.last_error.clear(); }
@@ -70,7 +91,7 @@ public:
         }
         succeeded_ = true;
         EmptyError();
-        if (state.logging != 0) {
+        if (state.logging != 0) [[unlikely]] {
             log_call(function_, start_tick_);
         }
     }
@@ -82,38 +103,35 @@ private:
     bool succeeded_ = false;
 };
 
-/// Puts "ZOL_API not initialised." in the last-error slot.
-void report_not_initialised();
+// The frame is inlined into each export, the test of the handle with it: called through a
+// pointer, that test would cost more than all the rest.
 
-/// Calls `work`, with the call in front if it asks for it. Work without a result
-/// gives 0.
-template <class R, class Work, class Object>
-Outcome<R> do_work(Work& work, Call& call, Object& object) {
-    const auto invoke = [&] {
-        if constexpr (std::is_invocable_v<Work&, Call&, Object&>) {
-            return work(call, object);
-        } else {
-            return work(object);
-        }
-    };
-    if constexpr (std::is_void_v<decltype(invoke())>) {
-        invoke();
-        return R{0};
+/// Calls `work`, with the call in front if it asks for it.
+template <class Work, class Object>
+[[gnu::always_inline]] inline decltype(auto) invoke_work(Work& work, [[maybe_unused]] Call& call,
+                                                         Object& object) {
+    if constexpr (std::is_invocable_v<Work&, Call&, Object&>) {
+        return work(call, object);
     } else {
-        return invoke();
+        return work(object);
     }
 }
 
-/// The free form: `work` takes the call alone, makes its own checks and gives an
-/// Outcome. It may run the success exit early.
-template <class R, class Work>
-R guarded(FunctionId function, const Answers<R>& answers, Work work) {
-    Call call(function, answers.speaker);
-    if (state.initialised == 0) {
-        report_not_initialised();
-        return answers.uninitialised;
+/// Work without a result gives 0.
+template <class R, class Work, class Object>
+[[gnu::always_inline]] inline Outcome<R> do_work(Work& work, Call& call, Object& object) {
+    if constexpr (std::is_void_v<decltype(invoke_work(work, call, object))>) {
+        invoke_work(work, call, object);
+        return R{0};
+    } else {
+        return invoke_work(work, call, object);
     }
-    const Outcome<R> outcome = work(call);
+}
+
+/// The end of every guarded call that came to its work.
+template <class R>
+[[gnu::always_inline]] inline R settle(const Answers<R>& answers, Call& call,
+                                       const Outcome<R>& outcome) {
     if (!outcome) {
         return answers.failed;
     }
@@ -121,32 +139,48 @@ R guarded(FunctionId function, const Answers<R>& answers, Work work) {
     return *outcome;
 }
 
+/// The free form: `work` takes the call alone, makes its own checks and gives an
+/// Outcome. It may run the success exit early.
+template <class R, class Work>
+[[gnu::always_inline]] inline R guarded(FunctionId function, const Answers<R>& answers, Work work) {
+    Call call(function, answers.speaker);
+    if (!is_initialised()) {
+        return answers.uninitialised;
+    }
+    return settle<R>(answers, call, work(call));
+}
+
 /// `check` turns the handle into the object that `work` takes, or reports a failure
 /// and gives null.
 template <class R, class Check, class Handle, class Work>
-R guarded(FunctionId function, const Answers<R>& answers, Check check, Handle* handle, Work work) {
-    return guarded(function, answers, [&](Call& call) -> Outcome<R> {
-        auto* const object = check(call, handle);
-        if (object == nullptr) {
-            return std::nullopt;
-        }
-        return do_work<R>(work, call, *object);
-    });
+[[gnu::always_inline]] inline R guarded(FunctionId function, const Answers<R>& answers, Check check,
+                                        Handle* handle, Work work) {
+    Call call(function, answers.speaker);
+    if (!is_initialised()) {
+        return answers.uninitialised;
+    }
+    auto* const object = check(call, handle);
+    if (object == nullptr) {
+        return answers.failed;
+    }
+    return settle<R>(answers, call, do_work<R>(work, call, *object));
 }
 
 /// The same, with the success exit between the check and the work: the time of the
 /// work is not counted, and work that throws has been counted all the same.
 template <class R, class Check, class Handle, class Work>
-R guarded_late(FunctionId function, const Answers<R>& answers, Check check, Handle* handle,
-               Work work) {
-    return guarded(function, answers, [&](Call& call) -> Outcome<R> {
-        auto* const object = check(call, handle);
-        if (object == nullptr) {
-            return std::nullopt;
-        }
-        call.Succeed();
-        return do_work<R>(work, call, *object);
-    });
+[[gnu::always_inline]] inline R guarded_late(FunctionId function, const Answers<R>& answers,
+                                             Check check, Handle* handle, Work work) {
+    Call call(function, answers.speaker);
+    if (!is_initialised()) {
+        return answers.uninitialised;
+    }
+    auto* const object = check(call, handle);
+    if (object == nullptr) {
+        return answers.failed;
+    }
+    call.Succeed();
+    return settle<R>(answers, call, do_work<R>(work, call, *object));
 }
 
 }  // namespace zol::api

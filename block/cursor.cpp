@@ -4,6 +4,7 @@
 // the three that go to a place end the match and move the model's own cursor.
 #include "api/guard.h"
 #include "api/marshalling.h"
+#include "api/name_text.h"
 #include "api/zolExportedApi_ReadOnly.h"
 #include "block/handle.h"
 #include "platform/zolBlockExport.h"
@@ -14,6 +15,7 @@ using zol::api::guarded_late;
 using zol::api::kPredicate;
 using zol::api::kStatus;
 using zol::api::kWide;
+using zol::api::NameText;
 using zol::api::store;
 using zol::api::store_zeros;
 using zol::block::cursor_object;
@@ -48,12 +50,13 @@ long long ZOL_BlockModel_GetPosition(BlockModelHandle* handle) {
 
 int ZOL_BlockModel_GetNumber(BlockModelHandle* handle, const char* variable, double* number) {
     return guarded(__func__, kStatus, cursor_object, handle,
-                   [&](const IModel& cursor) { *number = cursor.Get(variable); });
+                   [&](const IModel& cursor) { *number = cursor.Get(NameText(variable).Get()); });
 }
 
 int ZOL_BlockModel_GetString(BlockModelHandle* handle, const char* variable, char* buffer) {
-    return guarded(__func__, kStatus, cursor_object, handle,
-                   [&](const IModel& cursor) { copy_text(cursor.GetString(variable), buffer); });
+    return guarded(__func__, kStatus, cursor_object, handle, [&](const IModel& cursor) {
+        copy_text(cursor.GetString(NameText(variable).Get()), buffer);
+    });
 }
 
 int ZOL_BlockModel_GetBlockExtent(BlockModelHandle* handle, double* lower_x, double* lower_y,
