@@ -1,0 +1,94 @@
+// Two triangles that are not vertical have pictures in plan that meet in a convex polygon,
+// perhaps only a segment or a point. Over it the difference of their heights is a linear
+// function, so it is 0 everywhere if it is 0 at the corners of that polygon. These are
+// corners of one triangle inside the picture of the other, and proper crossings of two
+// edges; at each the heights are the same when four points lie in one plane.
+#include "engine/geometry/single_valued.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "engine/geometry/orientation.h"
+#include "engine/geometry/triangle_tree.h"
+
+namespace zol::engine::geometry {
+
+namespace {
+
+using Corners = std::array<const Point*, 3>;
+
+Corners corners(const MeshView& mesh, std::size_t triangle) {
+    return {&mesh.Corner(triangle, 0), &mesh.Corner(triangle, 1), &mesh.Corner(triangle, 2)};
+}
+
+int side_in_plan(const Point& a, const Point& b, const Point& p) {
+    return orient2d<0, 1>(a, b, p);
+}
+
+bool lies_over(const Point& point, const Corners& t) {
+    const int ab = side_in_plan(*t[0], *t[1], point);
+    const int bc = side_in_plan(*t[1], *t[2], point);
+    const int ca = side_in_plan(*t[2], *t[0], point);
+    return std::min({ab, bc, ca}) >= 0 || std::max({ab, bc, ca}) <= 0;
+}
+
+bool a_corner_is_off(const Corners& of, const Corners& other) {
+    return std::any_of(of.begin(), of.end(), [&](const Point* corner) {
+        return lies_over(*corner, other) && orient3d(*other[0], *other[1], *other[2], *corner) != 0;
+    });
+}
+
+bool cross_in_plan(const Point& p, const Point& q, const Point& a, const Point& b) {
+    return side_in_plan(p, q, a) * side_in_plan(p, q, b) < 0 &&
+           side_in_plan(a, b, p) * side_in_plan(a, b, q) < 0;
+}
+
+bool edges_pass_apart(const Corners& left, const Corners& right) {
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Point& p = *left[i];
+        const Point& q = *left[(i + 1) % 3];
+        for (std::size_t j = 0; j < 3; ++j) {
+            const Point& a = *right[j];
+            const Point& b = *right[(j + 1) % 3];
+            if (cross_in_plan(p, q, a, b) && orient3d(p, q, a, b) != 0) return true;
+        }
+    }
+    return false;
+}
+
+enum class Stance : std::uint8_t { Lying, Vertical, WithoutArea };
+
+Stance stance_of(const Corners& t) {
+    const NormalSigns normal = normal_signs(*t[0], *t[1], *t[2]);
+    if (normal.z != 0) return Stance::Lying;
+    return normal.IsZero() ? Stance::WithoutArea : Stance::Vertical;
+}
+
+}  // namespace
+
+std::optional<std::pair<std::uint32_t, std::uint32_t>> some_second_height(const MeshView& mesh) {
+    std::vector<Stance> stances(mesh.triangles.size());
+    for (std::size_t t = 0; t < stances.size(); ++t) {
+        stances[t] = stance_of(corners(mesh, t));
+        if (stances[t] == Stance::Vertical) {
+            const auto number = static_cast<std::uint32_t>(t);
+            return std::pair(number, number);
+        }
+    }
+    const TriangleTree tree(mesh, TriangleTree::Bounds::Plan);
+    std::optional<std::pair<std::uint32_t, std::uint32_t>> found;
+    tree.AnyPair([&](std::uint32_t left, std::uint32_t right) {
+        if (stances[left] != Stance::Lying || stances[right] != Stance::Lying) return false;
+        const Corners l = corners(mesh, left);
+        const Corners r = corners(mesh, right);
+        if (!a_corner_is_off(l, r) && !a_corner_is_off(r, l) && !edges_pass_apart(l, r)) {
+            return false;
+        }
+        found = {left, right};
+        return true;
+    });
+    return found;
+}
+
+}  // namespace zol::engine::geometry

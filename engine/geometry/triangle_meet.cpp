@@ -1,0 +1,180 @@
+// Everything comes down to signs of orientations. In space a segment that passes through
+// a plane meets a triangle in it when its line passes the three edges on the same side; what
+// lies in the plane is looked at along an axis that the plane is not parallel to.
+#include "engine/geometry/triangle_meet.h"
+
+#include <algorithm>
+#include <array>
+
+#include "engine/geometry/orientation.h"
+
+namespace zol::engine::geometry {
+
+namespace {
+
+bool is_one_sided(int a, int b, int c) {
+    return std::min({a, b, c}) >= 0 || std::max({a, b, c}) <= 0;
+}
+
+bool is_between(double value, double a, double b) {
+    return std::min(a, b) <= value && value <= std::max(a, b);
+}
+
+/// Questions about points of one plane, seen along an axis.
+template <std::size_t U, std::size_t V>
+struct InPlane {
+    static int Side(const Point& a, const Point& b, const Point& p) {
+        return orient2d<U, V>(a, b, p);
+    }
+
+    static bool PointMeets(const Point& p, const Corners& t) {
+        return is_one_sided(Side(t.a, t.b, p), Side(t.b, t.c, p), Side(t.c, t.a, p));
+    }
+
+    /// For a p on the line of a and b.
+    static bool IsWithin(const Point& a, const Point& b, const Point& p) {
+        return is_between(p[U], a[U], b[U]) && is_between(p[V], a[V], b[V]);
+    }
+
+    static bool SegmentsMeet(const Point& p, const Point& q, const Point& a, const Point& b) {
+        const int side_a = Side(p, q, a);
+        const int side_b = Side(p, q, b);
+        const int side_p = Side(a, b, p);
+        const int side_q = Side(a, b, q);
+        if (side_a * side_b < 0 && side_p * side_q < 0) return true;
+        return (side_a == 0 && IsWithin(p, q, a)) || (side_b == 0 && IsWithin(p, q, b)) ||
+               (side_p == 0 && IsWithin(a, b, p)) || (side_q == 0 && IsWithin(a, b, q));
+    }
+
+    static bool SegmentMeets(const Point& p, const Point& q, const Corners& t) {
+        return PointMeets(p, t) || SegmentsMeet(p, q, t.a, t.b) || SegmentsMeet(p, q, t.b, t.c) ||
+               SegmentsMeet(p, q, t.c, t.a);
+    }
+
+    /// Whether p and q lie to the same side of the line of a and b.
+    static bool AreTogether(const Point& a, const Point& b, const Point& p, const Point& q) {
+        return Side(a, b, p) * Side(a, b, q) > 0;
+    }
+};
+
+/// Calls `ask` with the plane of two axes in which the triangle has an area.
+template <class Ask>
+bool seen_in_plane(const Corners& t, Ask ask) {
+    if (orient2d<0, 1>(t.a, t.b, t.c) != 0) return ask(InPlane<0, 1>());
+    if (orient2d<1, 2>(t.a, t.b, t.c) != 0) return ask(InPlane<1, 2>());
+    return ask(InPlane<2, 0>());
+}
+
+bool point_of_plane_meets(const Point& point, const Corners& triangle) {
+    return seen_in_plane(triangle, [&](auto plane) { return plane.PointMeets(point, triangle); });
+}
+
+/// The same as segment_meets, where the sides of its ends to the plane are known.
+bool segment_meets(const Point& from, const Point& to, int side_from, int side_to,
+                   const Corners& t) {
+    if (side_from == 0 && side_to == 0) {
+        return seen_in_plane(t, [&](auto plane) { return plane.SegmentMeets(from, to, t); });
+    }
+    if (side_from == 0) return point_of_plane_meets(from, t);
+    if (side_to == 0) return point_of_plane_meets(to, t);
+    if (side_from == side_to) return false;
+    return is_one_sided(orient3d(from, to, t.a, t.b), orient3d(from, to, t.b, t.c),
+                        orient3d(from, to, t.c, t.a));
+}
+
+/// The sides of the corners of a triangle to the plane of another.
+struct Sides {
+    Sides(const Corners& of, const Corners& to)
+        : a(orient3d(to.a, to.b, to.c, of.a)),
+          b(orient3d(to.a, to.b, to.c, of.b)),
+          c(orient3d(to.a, to.b, to.c, of.c)) {}
+
+    bool AreApart() const { return a != 0 && a == b && b == c; }
+
+    int a;
+    int b;
+    int c;
+};
+
+bool an_edge_meets(const Corners& of, const Sides& sides, const Corners& other) {
+    return segment_meets(of.a, of.b, sides.a, sides.b, other) ||
+           segment_meets(of.b, of.c, sides.b, sides.c, other) ||
+           segment_meets(of.c, of.a, sides.c, sides.a, other);
+}
+
+/// The corners of two triangles, turned so that the shared ones come first.
+struct Aligned {
+    Triangle left;
+    Triangle right;
+    int shared;
+};
+
+Aligned aligned(const Triangle& left, const Triangle& right) {
+    Aligned result{left, right, 0};
+    for (std::size_t i = 0; i < 3; ++i) {
+        const auto begin = result.right.begin() + result.shared;
+        const auto same = std::find(begin, result.right.end(), left[i]);
+        if (same == result.right.end()) continue;
+        std::swap(*same, *begin);
+        std::swap(result.left[i], result.left[static_cast<std::size_t>(result.shared)]);
+        ++result.shared;
+    }
+    return result;
+}
+
+Corners corners(std::span<const Point> points, const Triangle& triangle) {
+    return {points[static_cast<std::size_t>(triangle[0])],
+            points[static_cast<std::size_t>(triangle[1])],
+            points[static_cast<std::size_t>(triangle[2])]};
+}
+
+/// For triangles that share the edge a-b: only folded flat onto each other they have more
+/// in common.
+bool are_folded(const Corners& left, const Corners& right) {
+    if (orient3d(left.a, left.b, left.c, right.c) != 0) return false;
+    return seen_in_plane(
+        left, [&](auto plane) { return plane.AreTogether(left.a, left.b, left.c, right.c); });
+}
+
+}  // namespace
+
+bool point_meets(const Point& point, const Corners& triangle) {
+    return orient3d(triangle.a, triangle.b, triangle.c, point) == 0 &&
+           point_of_plane_meets(point, triangle);
+}
+
+bool segment_meets(const Point& from, const Point& to, const Corners& triangle) {
+    return segment_meets(from, to, orient3d(triangle.a, triangle.b, triangle.c, from),
+                         orient3d(triangle.a, triangle.b, triangle.c, to), triangle);
+}
+
+bool triangles_meet(const Corners& left, const Corners& right) {
+    const Sides left_sides(left, right);
+    if (left_sides.AreApart()) return false;
+    const Sides right_sides(right, left);
+    if (right_sides.AreApart()) return false;
+    // Where they have a point in common, the segment or area that they have in common ends
+    // on an edge of one of them.
+    return an_edge_meets(left, left_sides, right) || an_edge_meets(right, right_sides, left);
+}
+
+bool meet_beyond_shared(std::span<const Point> points, const Triangle& left,
+                        const Triangle& right) {
+    const Aligned pair = aligned(left, right);
+    const Corners l = corners(points, pair.left);
+    const Corners r = corners(points, pair.right);
+    switch (pair.shared) {
+        case 0:
+            return triangles_meet(l, r);
+        case 1:
+            // From the shared corner through any other common point one comes to an edge
+            // opposite to it while still in the other triangle.
+            return segment_meets(l.b, l.c, r) || segment_meets(r.b, r.c, l);
+        case 2:
+            return are_folded(l, r);
+        default:
+            return true;
+    }
+}
+
+}  // namespace zol::engine::geometry
