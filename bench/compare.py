@@ -7,6 +7,7 @@ best of the turns counts on both sides: what disturbs a machine only ever makes 
 
 import json
 import math
+import statistics
 import subprocess
 import sys
 from pathlib import Path
@@ -115,8 +116,63 @@ def large_walk():
                 f"{figures['peak_mb']:.0f} MB")
 
 
+def small_reads():
+    figures = run(build / "bin" / "support_files", data / "small.csv")
+    ours, theirs = figures["file_read_s"], figures["fread_s"]
+    add_row("200,000 reads of 16 bytes: file_Read, fread", f"{ours * 1000:.2f} ms",
+            f"{theirs * 1000:.2f} ms", f"{ours / theirs:.2f}", "at most 1.5")
+
+
+def texts_in_a_table():
+    for name, figures in run(build / "bin" / "support_strtab").items():
+        ours, theirs = figures["ours_ns"], figures["peer_ns"]
+        add_row(f"strtab_Get, {name} keys in {figures['buckets']} buckets: std::unordered_map",
+                f"{ours:.0f} ns", f"{theirs:.0f} ns", f"{ours / theirs:.2f}",
+                "at most 2" if name.startswith("short") else "")
+
+
+def values_as_text():
+    for name, figures in run(build / "bin" / "support_variant_text", data).items():
+        shape, work = name.split("_")
+        ours, theirs = figures["ours_s"], figures["nlohmann_s"]
+        add_row(f"50 MB of values, {shape}, {work} as text: nlohmann-json with JSON",
+                f"{ours:.2f} s", f"{theirs:.2f} s", f"{theirs / ours:.2f}", "1")
+
+
+GRID_FORMS = {"strips": "strips", "tiles": "tiles, deflated", "packed": "strips, deflated"}
+
+
+def grid_walk():
+    program = build / "bin" / "grid_walk"
+    for form, words in GRID_FORMS.items():
+        file = data / f"grid_{form}.tif"
+        # Machines are disturbed for longer than a round: medians of whole runs.
+        turns = [run(program, "time", file) for _ in range(TURNS)]
+
+        def middle(figure):
+            return statistics.median(map(figure, turns))
+
+        def nanoseconds(key):
+            return f"{middle(lambda turn: turn[key]):.1f} ns"
+
+        what = f"grid of 4000 x 4000 ({words}), a node"
+        ratio = middle(lambda turn: turn["gdal_nodes"] / turn["rows"])
+        add_row(f"{what}: along rows, GDAL node by node", nanoseconds("rows"),
+                nanoseconds("gdal_nodes"), f"{ratio:.1f}", "4, aim 8")
+        more = middle(lambda turn: turn["rows"] - turn["gdal_blocks"])
+        add_row(f"{what}: along rows, GDAL block by block", nanoseconds("rows"),
+                nanoseconds("gdal_blocks"), f"+{more:.1f} ns", "at most +8 ns")
+        ratio = middle(lambda turn: turn["columns"] / turn["rows"])
+        add_row(f"{what}: down columns, along rows", nanoseconds("columns"), nanoseconds("rows"),
+                f"{ratio:.2f}", "at most 3")
+        peak = run(program, "peak", file, samples / "grid" / "n43.tif")
+        add_row(f"{what}: memory of walks in both orders", f"{peak['both_mb']:.0f} MB", "", "",
+                "at most 64 MB")
+
+
 def main():
-    for measure in (guard, walk_vs_gdal, csv_vs_pandas, omf_first_value, large_walk):
+    for measure in (guard, walk_vs_gdal, csv_vs_pandas, omf_first_value, large_walk, small_reads,
+                    values_as_text, grid_walk):
         print(measure.__name__, file=sys.stderr)
         measure()
     print("| What | Here | Peer, or memory | Ratio | Goal |\n|---|---|---|---|---|")

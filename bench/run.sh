@@ -21,5 +21,13 @@ make csv.csv make_csv.py 5000000
 make large.csv make_csv.py 10000000
 make volume.omf make_omf.py 6
 
+# Rasters in the three forms that grid_walk knows.
+for form in strips tiles packed; do
+    made=$data/grid_$form.tif
+    [ -f "$made" ] && continue
+    step "Make $made" build/bench/bin/grid_walk make "$made.part" "$form" 4000
+    mv "$made.part" "$made"
+done
+
 # Debian's own Python, since that is the one that has Debian's pandas.
 /usr/bin/python3 bench/compare.py build/bench "$data" samples
