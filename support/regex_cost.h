@@ -95,8 +95,8 @@ struct PatternCost {
         if (may_be_many) {
             cost.steps = steps.Looped(1, false);
             // An anchor in a loop is copied for each way around it that takes no byte.
-            cost.anchors = anchors.Looped(13, !may_be_none);
-            cost.choices = choices.Looped(has_anchor ? 4 : 2, false);
+            cost.anchors = anchors.Looped(choices.through > 0 ? 13 : 8, !may_be_none);
+            cost.choices = choices.Looped(has_anchor ? 4 : 1, false);
             if (choices.through != EmptyWay::kNoWay) {
                 cost.choices = Widened(cost.choices, cost.choices.through + kTwice);
             }
@@ -117,7 +117,7 @@ struct PatternCost {
     /// hundreds of megabytes.
     bool IsTooHigh() const {
         return steps.longest > 1200 || anchors.longest > 24 || nodes > 100'000 ||
-               choices.longest > (has_anchor ? 18 : 40) * kTwice;
+               choices.longest > (has_anchor ? 12 : 28) * kTwice;
     }
 
 private:
