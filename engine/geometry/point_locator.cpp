@@ -104,7 +104,8 @@ void PointLocator::LayOutCells() {
         if (!std::isfinite(cells.a_unit)) cells = Cells{lower, 0.0, 1};
         return cells;
     };
-    for (double cells = triangles / kTrianglesACell;; cells /= 2.0) {
+    double cells = triangles / kTrianglesACell;
+    while (true) {
         const double side = std::sqrt(length_u / cells * length_v);
         const double wanted_u = side > 0.0 ? length_u / side : cells;
         const double wanted_v = side > 0.0 ? length_v / side : cells;
@@ -117,6 +118,7 @@ void PointLocator::LayOutCells() {
                        static_cast<double>(range.last_v - range.first_v + 1);
         }
         if (entries <= kEntriesATriangle * triangles || cells <= 1.0) return;
+        cells /= 2.0;
     }
 }
 
