@@ -100,8 +100,9 @@ void PointLocator::LayOutCells() {
         cells.lower = lower;
         cells.number = static_cast<std::int64_t>(std::clamp(wanted, 1.0, 1e8));
         cells.a_unit = length > 0.0 ? static_cast<double>(cells.number) / length : 0.0;
-        // Of lengths at the ends of the range of doubles.
-        if (!std::isfinite(cells.a_unit)) cells = Cells{lower, 0.0, 1};
+        // One cell for a mesh without extent on this axis, and for lengths at the ends of
+        // the range of doubles.
+        if (!(cells.a_unit > 0.0) || !std::isfinite(cells.a_unit)) cells = Cells{lower, 0.0, 1};
         return cells;
     };
     double cells = triangles / kTrianglesACell;

@@ -114,6 +114,9 @@ TEST(PointLocatorTest, OddMeshesMeetNothingTheyShouldNot) {
     const PointLocator unit(box({0, 0, 0}, {1, 1, 1}).View());
     const Mesh upright{{{0, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {{0, 1, 2}}};
     const Mesh repeated{{{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}, {{0, 1, 2}}};
+    Mesh line{{{0, 0, 0}, {1e6, 0, 0}, {2e6, 0, 0}}, {}};
+    line.triangles.assign(200'000, {0, 1, 2});
+    EXPECT_EQ(PointLocator(line.View()).SheetsOver({1, 0, 0}).crossings, 0U);
     EXPECT_EQ(PointLocator(MeshView{}).SheetsOver({0, 0, 0}).crossings, 0U);
     EXPECT_EQ(PointLocator(repeated.View()).SheetsOver({0, 0, 0}).crossings, 0U);
     EXPECT_EQ(PointLocator(upright.View()).SheetsOver({0, 0.25, 0.25}).winding, 0);
