@@ -55,7 +55,9 @@ TEST(PointLocatorTest, AgreesWithRationalsOnALattice) {
     for (const auto& row : rows) {
         const PointLocator locator(row.mesh.View());
         for (int i = 0; i < 6 * 6 * 6; ++i) {
-            const Point point{double(i % 6), double(i / 6 % 6), double(i / 36)};
+            const int up = i / 36;
+            const int across = i / 6 % 6;
+            const Point point{double(i % 6), double(across), double(up)};
             ASSERT_EQ(locator.SheetsOver(point).winding, exact_winding(row.mesh, point))
                 << row.name << " at " << point[0] << ' ' << point[1] << ' ' << point[2];
         }
@@ -76,8 +78,9 @@ TEST(PointLocatorTest, ASolidAndItsNeighbourShareNoPointAndMissNone) {
     std::vector<PointLocator> locators;
     for (const Mesh& part : parts) locators.emplace_back(part.View());
     for (int i = 0; i < 5 * 5 * 5; ++i) {
-        const Point point{kFarAway[0] + 1 + i % 5, kFarAway[1] + 1 + i / 5 % 5,
-                          kFarAway[2] + 1 + i / 25};
+        const int layer = i / 25;
+        const int row = i / 5 % 5;
+        const Point point{kFarAway[0] + 1 + i % 5, kFarAway[1] + 1 + row, kFarAway[2] + 1 + layer};
         int owners = 0;
         for (const PointLocator& locator : locators) owners += locator.SheetsOver(point).winding;
         ASSERT_EQ(owners, 1) << i;
