@@ -92,6 +92,7 @@ MVariant::MVariant(const MVariant& other) : MVariant() {
             if (other.payload_ == 0) {
                 Take(MV_VECTOR, word_of(new_vector()));
             } else {
+                // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.Assign): a vector is counted
                 ++std::bit_cast<VARIANTVECTOR*>(other.payload_)->references;
                 Take(MV_VECTOR, other.payload_);
             }
