@@ -13,6 +13,7 @@
 #include "engine/block/omf1_variables.h"
 #include "engine/block/sidecar_file.h"
 #include "engine/formats/json.h"
+#include "engine/formats/omf1_elements.h"
 #include "engine/formats/omf1_file.h"
 #include "engine/formats/read_error.h"
 
@@ -23,32 +24,6 @@ namespace {
 using geometry::Coord3D;
 
 constexpr std::int64_t kMostBlocks = 4294967294;
-constexpr std::size_t kElementsListed = 20;
-constexpr std::size_t kLongestNameListed = 80;
-
-std::string element_list(const std::vector<Omf1Element>& elements) {
-    if (elements.empty()) return "it has no elements";
-    std::string text = "its elements are";
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-        if (i == kElementsListed) {
-            return text + " and " + std::to_string(elements.size() - i) + " more";
-        }
-        text += (i == 0 ? " \"" : ", \"") + elements[i].name.substr(0, kLongestNameListed) +
-                "\" (" + elements[i].class_name + ")";
-    }
-    return text;
-}
-
-const Omf1Element& choose_volume(const std::vector<Omf1Element>& elements,
-                                 const std::string& name) {
-    for (const Omf1Element& element : elements) {
-        if (element.class_name == "VolumeElement" && (name.empty() || element.name == name)) {
-            return element;
-        }
-    }
-    const std::string wanted = name.empty() ? "no volume" : "no volume \"" + name + "\"";
-    throw ReadError("the file has " + wanted + "; " + element_list(elements));
-}
 
 CellOrder stated_order(const File& file) {
     const std::string path = file.Path() + ".json";
@@ -64,30 +39,8 @@ CellOrder stated_order(const File& file) {
     }
 }
 
-std::array<double, 3> vector_of(const JsonValue& object, std::string_view key,
-                                const std::array<double, 3>& otherwise) {
-    const std::optional<JsonValue> value = object.Find(key);
-    if (!value) return otherwise;
-    const std::vector<double> numbers = value->Numbers(3);
-    for (const double number : numbers) {
-        if (!std::isfinite(number)) value->Refuse("is not finite");
-    }
-    return {numbers[0], numbers[1], numbers[2]};
-}
-
 std::vector<double> widths_of(const JsonValue& geometry, std::string_view key) {
-    const JsonValue list = geometry.Get(key);
-    std::vector<double> widths = list.Numbers();
-    if (widths.empty()) list.Refuse("is empty");
-    if (widths.size() > std::numeric_limits<std::int32_t>::max()) {
-        list.Refuse("has more than 2147483647 cells");
-    }
-    for (std::size_t i = 0; i < widths.size(); ++i) {
-        if (!(widths[i] > 0.0) || !std::isfinite(widths[i])) {
-            list.At(i).Refuse("is no width of a cell");
-        }
-    }
-    return widths;
+    return read_widths(geometry.Get(key), std::numeric_limits<std::int32_t>::max());
 }
 
 std::array<Axis, 3> axes_of(const JsonValue& geometry, bool w_turned) {
@@ -105,9 +58,9 @@ std::array<Axis, 3> axes_of(const JsonValue& geometry, bool w_turned) {
 }
 
 Rotation rotation_of(const JsonValue& geometry) {
-    const std::array<double, 3> u = vector_of(geometry, "axis_u", {1, 0, 0});
-    const std::array<double, 3> v = vector_of(geometry, "axis_v", {0, 1, 0});
-    const std::array<double, 3> w = vector_of(geometry, "axis_w", {0, 0, 1});
+    const std::array<double, 3> u = read_vector(geometry, "axis_u", {1, 0, 0});
+    const std::array<double, 3> v = read_vector(geometry, "axis_v", {0, 1, 0});
+    const std::array<double, 3> w = read_vector(geometry, "axis_w", {0, 0, 1});
     return {{{u[0], v[0], w[0]}, {u[1], v[1], w[1]}, {u[2], v[2], w[2]}}};
 }
 
@@ -123,7 +76,9 @@ bool is_left_handed(const Rotation& r) {
 Source open_omf1(const std::shared_ptr<const File>& file, const std::string& element_name) {
     const Omf1Document document(*file);
     const std::vector<Omf1Element> elements = document.Elements();
-    const Omf1Element& volume = choose_volume(elements, element_name);
+    const Omf1Element& volume = choose_element(
+        elements, element_name, "volume",
+        [](const Omf1Element& element) { return element.class_name == "VolumeElement"; });
     const JsonValue geometry =
         document.Follow(volume.object.Get("geometry"), {"VolumeGridGeometry"});
 
@@ -132,8 +87,8 @@ Source open_omf1(const std::shared_ptr<const File>& file, const std::string& ele
     const auto [x, y, z] = axes_of(geometry, w_turned);
     CellOrder order = stated_order(*file);
 
-    const std::array<double, 3> project = vector_of(document.Project(), "origin", {0, 0, 0});
-    std::array<double, 3> origin = vector_of(geometry, "origin", {0, 0, 0});
+    const std::array<double, 3> project = read_vector(document.Project(), "origin", {0, 0, 0});
+    std::array<double, 3> origin = read_vector(geometry, "origin", {0, 0, 0});
     for (std::size_t i = 0; i < 3; ++i) origin[i] += project[i];
     if (w_turned) {
         // No turn makes a left hand a right one: the model's z runs against w, from

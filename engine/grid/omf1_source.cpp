@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/formats/json.h"
+#include "engine/formats/omf1_elements.h"
 #include "engine/formats/omf1_file.h"
 #include "engine/formats/read_error.h"
 
@@ -17,9 +18,6 @@ namespace zol::engine::grid {
 namespace {
 
 using Vector = std::array<double, 3>;
-
-constexpr std::size_t kElementsListed = 20;
-constexpr std::size_t kLongestNameListed = 80;
 
 // Widths that differ by less than this part of themselves are equal, and so is an axis
 // that leans by less.
@@ -32,45 +30,6 @@ bool is_grid_surface(const Omf1Document& document, const Omf1Element& element) {
                "SurfaceGridGeometry";
 }
 
-std::string element_list(const std::vector<Omf1Element>& elements) {
-    std::string text = elements.empty() ? "it has no elements" : "its elements are";
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-        if (i == kElementsListed) {
-            return text + " and " + std::to_string(elements.size() - i) + " more";
-        }
-        text += (i == 0 ? " \"" : ", \"") + elements[i].name.substr(0, kLongestNameListed) +
-                "\" (" + elements[i].class_name + ")";
-    }
-    return text;
-}
-
-const Omf1Element& choose_surface(const Omf1Document& document,
-                                  const std::vector<Omf1Element>& elements,
-                                  const std::string& name) {
-    for (const Omf1Element& element : elements) {
-        if ((name.empty() || element.name == name) && is_grid_surface(document, element)) {
-            return element;
-        }
-    }
-    const std::string wanted =
-        name.empty() ? "no grid surface" : "no grid surface \"" + name + "\"";
-    throw ReadError("the file has " + wanted + "; " + element_list(elements));
-}
-
-Vector vector_of(const JsonValue& object, std::string_view key, const Vector& otherwise) {
-    const std::optional<JsonValue> value = object.Find(key);
-    if (!value) {
-        return otherwise;
-    }
-    const std::vector<double> numbers = value->Numbers(3);
-    for (const double number : numbers) {
-        if (!std::isfinite(number)) {
-            value->Refuse("is not finite");
-        }
-    }
-    return {numbers[0], numbers[1], numbers[2]};
-}
-
 /// Nodes along an axis of the surface: one more than it has cells, which have one width.
 struct Nodes {
     std::int32_t count = 1;
@@ -79,18 +38,11 @@ struct Nodes {
 
 Nodes nodes_of(const JsonValue& geometry, std::string_view key) {
     const JsonValue list = geometry.Get(key);
-    const std::vector<double> widths = list.Numbers();
-    if (widths.empty()) {
-        list.Refuse("is empty");
-    }
-    if (widths.size() >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
-        list.Refuse("has more than 2147483646 cells");
-    }
+    // One node more than cells, and both are counted in 32 bits.
+    const std::vector<double> widths =
+        read_widths(list, std::numeric_limits<std::int32_t>::max() - 1);
     double whole = 0.0;
     for (std::size_t i = 0; i < widths.size(); ++i) {
-        if (!(widths[i] > 0.0) || !std::isfinite(widths[i])) {
-            list.At(i).Refuse("is no width of a cell");
-        }
         if (std::fabs(widths[i] - widths[0]) > kRounding * widths[0]) {
             list.At(i).Refuse("differs from the first width: the nodes are not evenly apart");
         }
@@ -195,19 +147,21 @@ std::optional<Omf1Blob> offsets_of(const Omf1Document& document, const JsonValue
 Source open_omf1(const std::shared_ptr<const File>& file, const std::string& element_name) {
     const Omf1Document document(*file);
     const std::vector<Omf1Element> elements = document.Elements();
-    const Omf1Element& surface = choose_surface(document, elements, element_name);
+    const Omf1Element& surface = choose_element(
+        elements, element_name, "grid surface",
+        [&](const Omf1Element& element) { return is_grid_surface(document, element); });
     const JsonValue geometry =
         document.Follow(surface.object.Get("geometry"), {"SurfaceGridGeometry"});
 
-    const int along_x = direction(vector_of(geometry, "axis_u", {1, 0, 0}), 0);
-    const int along_y = direction(vector_of(geometry, "axis_v", {0, 1, 0}), 1);
+    const int along_x = direction(read_vector(geometry, "axis_u", {1, 0, 0}), 0);
+    const int along_y = direction(read_vector(geometry, "axis_v", {0, 1, 0}), 1);
     if (along_x == 0 || along_y == 0) {
         geometry.Refuse(
             "is no level lattice: its axis_u does not run along x, or its axis_v not "
             "along y");
     }
-    Vector origin = vector_of(geometry, "origin", {0, 0, 0});
-    const Vector project = vector_of(document.Project(), "origin", {0, 0, 0});
+    Vector origin = read_vector(geometry, "origin", {0, 0, 0});
+    const Vector project = read_vector(document.Project(), "origin", {0, 0, 0});
     for (std::size_t i = 0; i < origin.size(); ++i) {
         origin[i] += project[i];
     }
