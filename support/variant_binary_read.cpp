@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/little_endian.h"
 #include "support/variant.h"
 #include "support/variant_record.h"
 
@@ -15,14 +16,10 @@ namespace {
 
 constexpr std::int32_t kLeastLength = kRecordHead;
 
-std::uint64_t little_endian(const std::uint8_t* bytes, std::size_t count) {
-    std::uint64_t number = 0;
-    while (count-- > 0) number = number << 8 | bytes[count];
-    return number;
-}
+using zol::support::load_little_endian;
 
 std::int32_t length_at(const std::uint8_t* bytes) {
-    return static_cast<std::int32_t>(little_endian(bytes, 4));
+    return static_cast<std::int32_t>(load_little_endian(bytes, 4));
 }
 
 MVariantKind kind_of(std::uint8_t code) {
@@ -113,7 +110,7 @@ private:
     void ReadNumber(MVariant& slot, MVariantKind kind, std::size_t end) {
         const std::size_t size = record_NumberSize(kind);
         if (end - at_ < kRecordHead + size) return Fail("a number reaches behind what it is in");
-        slot = MVariant::OfWord(kind, little_endian(bytes_.data() + at_ + kRecordHead, size));
+        slot = MVariant::OfWord(kind, load_little_endian(bytes_.data() + at_ + kRecordHead, size));
     }
 
     void Fail(const char* what) { fault_ = {at_, what}; }

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "support/little_endian.h"
 #include "support/variant.h"
 #include "support/variant_record.h"
 #include "support/variant_traversal.h"
@@ -38,23 +39,19 @@ public:
 
     /// The low bytes of a number, the lowest first.
     void Put(std::uint64_t number, std::size_t size) {
-        Store(at_, number, size);
+        zol::support::store_little_endian(number, bytes_ + at_, size);
         at_ += size;
     }
     void Put(std::string_view text) {
         if (!text.empty()) std::memcpy(bytes_ + at_, text.data(), text.size());
         at_ += text.size();
     }
-    void FillIn(std::uint64_t place, std::uint64_t length) { Store(place, length, 4); }
+    void FillIn(std::uint64_t place, std::uint64_t length) {
+        zol::support::store_little_endian(length, bytes_ + place, 4);
+    }
     std::uint64_t At() const { return at_; }
 
 private:
-    void Store(std::uint64_t place, std::uint64_t number, std::size_t size) {
-        for (std::size_t i = 0; i < size; ++i) {
-            bytes_[place + i] = static_cast<unsigned char>(number >> 8 * i);
-        }
-    }
-
     unsigned char* bytes_;
     std::uint64_t at_ = 0;
 };

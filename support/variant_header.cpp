@@ -4,7 +4,12 @@
 #include <charconv>
 #include <string_view>
 
+#include "support/little_endian.h"
+
 namespace {
+
+using zol::support::load_little_endian;
+using zol::support::store_little_endian;
 
 constexpr std::string_view kMagic = "ZELMAR001";
 constexpr std::size_t kMagicLetters = 6;
@@ -24,6 +29,7 @@ constexpr Field kTexts[] = {
 };
 constexpr std::size_t kByteOrderMark = 76;
 constexpr std::size_t kSizeOfHeader = 80;
+constexpr std::size_t kNumber = 4;
 
 std::string_view text_in(const char* characters, std::size_t size) {
     const char* end = std::find(characters, characters + size, '\0');
@@ -35,18 +41,6 @@ template <typename Byte>
 void put_text(std::string_view text, Byte* field, std::size_t size) {
     std::fill_n(field, size, Byte{});
     std::copy_n(text.begin(), std::min(text.size(), size - 1), field);
-}
-
-std::uint32_t number_at(const HeaderBytes& bytes, std::size_t offset) {
-    std::uint32_t number = 0;
-    for (std::size_t i = 4; i-- > 0;) number = number << 8 | bytes[offset + i];
-    return number;
-}
-
-void put_number(HeaderBytes& bytes, std::size_t offset, std::uint32_t number) {
-    for (std::size_t i = 0; i < 4; ++i) {
-        bytes[offset + i] = static_cast<std::uint8_t>(number >> 8 * i);
-    }
 }
 
 /// As atoi reads a number: behind blanks and a sign, up to the first other byte. 0 for none
@@ -73,7 +67,7 @@ bool header_Read(const HeaderBytes& bytes, FileInfo& info) {
         put_text(text_in(text.data() + field.offset, field.size), info.*field.text,
                  sizeof(info.*field.text));
     }
-    if (number_at(bytes, kByteOrderMark) != 1) info.flags |= kIsOtherByteOrder;
+    if (load_little_endian(&bytes[kByteOrderMark], kNumber) != 1) info.flags |= kIsOtherByteOrder;
     info.headerSize = static_cast<std::int32_t>(kHeaderSize);
     return true;
 }
@@ -85,8 +79,8 @@ HeaderBytes header_Write(const FileInfo& info) {
         put_text(text_in(info.*field.text, sizeof(info.*field.text)), &bytes[field.offset],
                  field.size);
     }
-    put_number(bytes, kByteOrderMark, 1);
-    put_number(bytes, kSizeOfHeader, kHeaderSize);
+    store_little_endian(1, &bytes[kByteOrderMark], kNumber);
+    store_little_endian(kHeaderSize, &bytes[kSizeOfHeader], kNumber);
     return bytes;
 }
 

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "support/ciphers.h"
+#include "support/little_endian.h"
 #include "support/variant_header.h"
 #include "support/variant_record.h"
 #include "tools/zol/exit_codes.h"
@@ -92,8 +93,7 @@ constexpr Cipher kCiphers[] = {
 /// Whether the head is one that a record may have: bytes under the wrong cipher hardly do.
 bool has_head(Bytes record) {
     if (record.size() < kRecordHead || record[0] > MV_INT64) return false;
-    std::uint64_t length = 0;
-    for (std::size_t i = kRecordHead; i-- > 1;) length = length << 8 | record[i];
+    const std::uint64_t length = support::load_little_endian(&record[1], kRecordHead - 1);
     return length >= kRecordHead && length <= record.size();
 }
 
