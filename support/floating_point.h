@@ -10,8 +10,9 @@
 namespace zol::support {
 
 /// While it lives numbers round to nearest, small ones are not flushed to zero and no
-/// operation traps; afterwards the mode is what it was. The work is done in a function
-/// that is called inside and not inlined: a compiler may move bare expressions out.
+/// operation traps; afterwards the mode is what it was. Costs a look at a register when
+/// the mode is the usual one. Work is done in functions that are called inside, never
+/// in expressions beside it, which a compiler may move.
 class UsualFloatingPoint {
 public:
 #if defined(__SSE2__)

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engine/formats/floating_point.h"
 #include "engine/formats/number_text.h"
+#include "support/floating_point.h"
 
 namespace zol::engine::block {
 
@@ -38,7 +38,7 @@ const geometry::Extent& Cursor::BlockExtent() const {
 }
 
 geometry::Extent Cursor::Extent() const {
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     return IsEof() ? kNoExtent : BlockExtent();
 }
 
@@ -71,7 +71,7 @@ double Cursor::Number(const std::string& name) const {
         return kMissing;
     }
     if (field.kind == Field::Kind::Predefined) {
-        const UsualFloatingPoint usual;
+        const support::UsualFloatingPoint usual;
         return Compute(field.predefined);
     }
     const Variable& variable = *field.variable;
@@ -96,7 +96,7 @@ std::string Cursor::Text(const std::string& name) const {
     if (IsEof() || field.kind == Field::Kind::Unknown) {
         return {};
     }
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     if (field.kind == Field::Kind::Predefined) {
         return number_text(Compute(field.predefined));
     }

@@ -4,15 +4,14 @@
 
 #include "engine/block/model_state.h"
 #include "engine/formats/diagnostics.h"
-#include "engine/formats/floating_point.h"
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
+#include "support/floating_point.h"
 
 namespace zol::model::block {
 
 namespace {
 
-using engine::UsualFloatingPoint;
 using engine::block::Field;
 using engine::block::Source;
 using engine::block::Variable;
@@ -27,7 +26,7 @@ IModel::~IModel() = default;
 // The contract takes the mode by value.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 Model::Model(const std::string& file, std::string mode) {
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     Source source;
     bool is_open = false;
     try {
@@ -106,7 +105,7 @@ int Model::SetPosition(const Position& position) {
 }
 
 int Model::FindXyz(double x, double y, double z) {
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     const std::int64_t block =
         state_->source.geometry ? state_->source.geometry->Find({x, y, z}) : -1;
     if (block < 0) {
@@ -132,12 +131,12 @@ geometry::Coord3D Model::GetModelOrientation() const {
 }
 
 geometry::Coord3D Model::ToWorld(double x, double y, double z) const {
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     return state_->source.placement.ToWorld(x, y, z);
 }
 
 geometry::Coord3D Model::ToModel(double x, double y, double z) const {
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     return state_->source.placement.ToModel(x, y, z);
 }
 

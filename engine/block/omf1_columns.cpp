@@ -3,9 +3,9 @@
 #include <cmath>
 #include <utility>
 
-#include "engine/formats/floating_point.h"
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
+#include "support/floating_point.h"
 
 namespace zol::engine::block {
 
@@ -27,7 +27,7 @@ double number_of(double value) {
     return static_cast<double>(value);
 }
 double number_of(std::int64_t value) {
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     return nearest_double(value);
 }
 

@@ -8,9 +8,9 @@
 
 #include "engine/block/narrow_floats.h"
 #include "engine/formats/diagnostics.h"
-#include "engine/formats/floating_point.h"
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
+#include "support/floating_point.h"
 
 namespace zol::engine::block {
 
@@ -58,11 +58,11 @@ public:
         const double value = columns_->Number(index_, static_cast<std::uint64_t>(block));
         switch (storage_) {
             case Storage::Float: {
-                const UsualFloatingPoint usual;
+                const support::UsualFloatingPoint usual;
                 return rounded_to_float(value);
             }
             case Storage::SFloat: {
-                const UsualFloatingPoint usual;
+                const support::UsualFloatingPoint usual;
                 return rounded_to_half(value);
             }
             default:

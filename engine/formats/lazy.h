@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "engine/formats/diagnostics.h"
-#include "engine/formats/floating_point.h"
 #include "engine/formats/read_error.h"
+#include "support/floating_point.h"
 
 namespace zol::engine {
 
@@ -28,7 +28,7 @@ public:
 
 private:
     void Read() {
-        const UsualFloatingPoint usual;
+        const support::UsualFloatingPoint usual;
         try {
             value_.emplace(read_());
         } catch (const ReadError& error) {

@@ -4,11 +4,11 @@
 #include <atomic>
 
 #include "engine/formats/diagnostics.h"
-#include "engine/formats/floating_point.h"
 #include "engine/formats/parallel.h"
 #include "engine/formats/read_error.h"
 #include "engine/formats/row_reader.h"
 #include "engine/formats/text_encoding.h"
+#include "support/floating_point.h"
 
 namespace zol::engine {
 
@@ -31,7 +31,7 @@ TextColumns::TextColumns(TextBlocks blocks, std::vector<CellFormat> formats, std
       columns_(formats_.size()) {}
 
 double TextColumns::NumberInRun(std::size_t column, std::uint64_t row) {
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     Column& asked = columns_[column];
     const bool walks_on = asked.rows > 0 && row == asked.first_row + asked.rows;
     std::size_t index = 0;
@@ -149,7 +149,7 @@ private:
 
 void TextColumns::Decode(std::size_t first_block, std::size_t behind) {
     // Worker threads take the mode of this one.
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     std::vector<std::pair<std::size_t, std::size_t>> wanted;
     for (std::size_t column = 0; column < columns_.size(); ++column) {
         if (!columns_[column].asked) {

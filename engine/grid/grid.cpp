@@ -2,15 +2,14 @@
 #include <optional>
 
 #include "engine/formats/diagnostics.h"
-#include "engine/formats/floating_point.h"
 #include "engine/formats/read_error.h"
 #include "engine/grid/node_values.h"
 #include "engine/grid/source.h"
 #include "platform/zolGridExport.h"
+#include "support/floating_point.h"
 
 namespace zol::model::grid {
 
-using engine::UsualFloatingPoint;
 using engine::grid::Lattice;
 using engine::grid::NodeValues;
 using engine::grid::Source;
@@ -26,7 +25,7 @@ struct Grid::State {
 IGrid::~IGrid() = default;
 
 Grid::Grid(const std::string& file) {
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     try {
         state_ = std::make_unique<State>(engine::grid::open_source(file), file);
     } catch (const engine::ReadError& error) {

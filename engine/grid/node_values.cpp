@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "engine/formats/diagnostics.h"
-#include "engine/formats/floating_point.h"
 #include "engine/formats/read_error.h"
+#include "support/floating_point.h"
 
 namespace zol::engine::grid {
 
@@ -35,7 +35,7 @@ bool NodeValues::GetFromNext(std::int32_t column, std::int32_t row, double& valu
     if (column < 0 || column >= x_.count || row < 0 || row >= y_.count) {
         return false;
     }
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     // No window is in use while the cache may be letting go of it.
     width_ = 0;
     try {
@@ -52,7 +52,7 @@ bool NodeValues::GetFromNext(std::int32_t column, std::int32_t row, double& valu
 }
 
 bool NodeValues::GetSpecialCell(std::ptrdiff_t cell, double& value) const {
-    const UsualFloatingPoint usual;
+    const support::UsualFloatingPoint usual;
     // Kept from being widened ahead of the line above.
     const volatile float kept = floats_[cell];
     value = double{kept};
