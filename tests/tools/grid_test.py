@@ -91,7 +91,7 @@ class At(GridTest):
             for row in rows[::1 + len(rows) // 7]:
                 found = self.json("grid", "at", GRIDS / name, row["x"], row["y"])
                 self.assertEqual(found["node"], [int(row["i"]), int(row["j"])])
-                value = float(row["value"]) if row["value"] else None
+                value = float(row["z"]) if row["z"] else None
                 self.assertEqual(found["value"], value)
                 self.assertEqual(found["bilinear"], value, "exact on a node")
                 self.assertEqual(found["masked"], value is None)
@@ -129,7 +129,7 @@ class Export(GridTest):
             with self.subTest(name):
                 info = self.json("grid", "info", GRIDS / name)
                 rows = self.table(GRIDS / name)
-                values = [float(row["value"]) for row in rows]
+                values = [float(row["z"]) for row in rows]
                 width, height = info["nodes"]
                 self.assertEqual(len(rows), width * height - info["masked"])
                 self.assertEqual((min(values), max(values)), (info["minimum"], info["maximum"]))
@@ -143,7 +143,20 @@ class Export(GridTest):
         places = [(row["i"], row["j"]) for row in self.table(GRIDS / "float_nan.tif")]
         self.assertEqual(places, [("0", "1"), ("1", "1"), ("2", "1"), ("0", "0"), ("1", "0")])
         last = self.table(GRIDS / "float_nan.tif", "--all")[-1]
-        self.assertEqual(last, {"i": "2", "j": "0", "x": "250", "y": "50", "value": ""})
+        self.assertEqual(last, {"i": "2", "j": "0", "x": "250", "y": "50", "z": ""})
+
+    def test_csv_opens_again_as_the_same_grid(self):
+        for name in ("gsg_binary.grd", "pixel_per_line.asc"):
+            with self.subTest(name):
+                exported = self.folder / "again.csv"
+                self.good("grid", "export", GRIDS / name, "--format", "csv", "-o", exported)
+                before, after = (self.json("grid", "info", file)
+                                 for file in (GRIDS / name, exported))
+                for axis in (0, 1):
+                    self.assertAlmostEqual(after["extent"]["lower"][axis],
+                                           before["extent"]["lower"][axis], places=6)
+                for key in ("nodes", "minimum", "maximum"):
+                    self.assertEqual(after[key], before[key])
 
     def test_computed_coordinates_are_not_long(self):
         file = self.write("tenths.asc", "ncols 4\nnrows 1\nxllcenter 0\nyllcenter 0\n"
@@ -278,6 +291,14 @@ class Failures(GridTest):
             self.assertEqual(old.read_text(), "older")
             self.assertEqual(len(list(self.folder.iterdir())), 2)
 
+    def test_a_damaged_grid_still_tells_where_it_lies(self):
+        whole = (GRIDS / "surfer-grid.grd").read_bytes()
+        done = run("grid", "info", self.write("cut.grd", whole[:len(whole) // 2]))
+        self.assertEqual(done.returncode, UNREADABLE)
+        self.assertIn(b"can't be read", done.stderr)
+        self.assertIn(b"Extent", done.stdout)
+        self.assertNotIn(b"Values", done.stdout)
+
     @unittest.skipUnless(os.path.exists("/dev/full"), "needs a device that is always full")
     def test_a_full_disk(self):
         for command in [["export"], ["plot"]]:
@@ -290,7 +311,7 @@ class Failures(GridTest):
         with subprocess.Popen([TOOL, "grid", "export", GRIDS / "surfer-grid.grd"],
                               stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                               env=environment()) as tool:
-            self.assertEqual(tool.stdout.readline(), b"i,j,x,y,value\n")
+            self.assertEqual(tool.stdout.readline(), b"i,j,x,y,z\n")
             tool.stdout.close()
             self.assertEqual(tool.stderr.read(), b"")
         self.assertEqual(tool.returncode, UNWRITABLE)

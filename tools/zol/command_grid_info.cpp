@@ -31,21 +31,25 @@ std::string values_text(const GridStatistics& statistics) {
     return text;
 }
 
-void write_text(const GridInfoRequest& request, const Lattice& nodes,
-                const std::optional<GridStatistics>& statistics, Output& output) {
-    const auto write_fact = [&](const char* label, const std::string& text) {
-        constexpr std::size_t kLabelWidth = 12;
-        write_line(output, padded(label, kLabelWidth) + text);
-    };
-    write_fact("Grid", request.file);
-    write_fact("Nodes", std::to_string(nodes.width) + " x " + std::to_string(nodes.height) +
-                            " (east x north)");
-    write_fact("Extent", extent_text(nodes));
-    write_fact("Spacing", pair_text(nodes.dx, nodes.dy));
-    if (!statistics) return;
-    write_fact("Masked", std::to_string(statistics->NMasked()) + " of " +
-                             std::to_string(statistics->NNodes()) + " nodes");
-    write_fact("Values", values_text(*statistics));
+void write_fact(Output& output, const char* label, const std::string& text) {
+    constexpr std::size_t kLabelWidth = 12;
+    write_line(output, padded(label, kLabelWidth) + text);
+}
+
+void write_place(const GridInfoRequest& request, const Lattice& nodes, Output& output) {
+    write_fact(output, "Grid", request.file);
+    write_fact(
+        output, "Nodes",
+        std::to_string(nodes.width) + " x " + std::to_string(nodes.height) + " (east x north)");
+    write_fact(output, "Extent", extent_text(nodes));
+    write_fact(output, "Spacing", pair_text(nodes.dx, nodes.dy));
+}
+
+void write_values(const GridStatistics& statistics, Output& output) {
+    write_fact(output, "Masked",
+               std::to_string(statistics.NMasked()) + " of " + std::to_string(statistics.NNodes()) +
+                   " nodes");
+    write_fact(output, "Values", values_text(statistics));
 }
 
 void write_json(const GridInfoRequest& request, const Lattice& nodes,
@@ -80,12 +84,17 @@ void write_json(const GridInfoRequest& request, const Lattice& nodes,
 
 int run_grid_info(const GridInfoRequest& request, Output& output) {
     const auto grid = open_grid(request.file);
-    std::optional<GridStatistics> statistics;
-    if (!request.only_places) statistics = statistics_of(*grid);
     if (request.as_json) {
+        std::optional<GridStatistics> statistics;
+        if (!request.only_places) statistics = statistics_of(*grid);
         write_json(request, grid->Nodes(), statistics, output);
-    } else {
-        write_text(request, grid->Nodes(), statistics, output);
+        return kGood;
+    }
+    write_place(request, grid->Nodes(), output);
+    if (!request.only_places) {
+        // Ahead of the walk, which a damaged block ends without any values.
+        output.Flush();
+        write_values(statistics_of(*grid), output);
     }
     return kGood;
 }

@@ -19,7 +19,9 @@ void write_whole(Output& output, int value) {
 
 void write_csv(const Grid& grid, bool with_masked, ProgressBar& progress, Output& output) {
     const Lattice& nodes = grid.Nodes();
-    output.Write("i,j,x,y,value\n");
+    // Named so that readers of lists of nodes, this library among them, find the place in x
+    // and y and the value in z, and do not take the indices for it.
+    output.Write("i,j,x,y,z\n");
     walk(grid, progress, [&](const Run& run) {
         const NumberText y = coordinate_text(nodes.Y(run.j));
         int i = run.i;

@@ -13,7 +13,8 @@ namespace {
 
 constexpr const char* kDiagnostics = "ZOL_DIAGNOSTICS";
 constexpr const char* kModelFormats =
-    "formats read are delimited text (CSV and its relatives, GEO-EAS) and OMF 1.";
+    "formats read are delimited text (CSV and its relatives, GEO-EAS) and OMF 1; for a raster, "
+    "use zol grid.";
 constexpr const char* kGridFormats =
     "formats read are the rasters of GDAL (GeoTIFF, ESRI ASCII, Surfer, netCDF, ...) and OMF 1.";
 
