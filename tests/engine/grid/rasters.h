@@ -1,6 +1,7 @@
 // Rasters that tests make, in GDAL's memory.
 #pragma once
 
+#include <cpl_conv.h>
 #include <gdal.h>
 
 #include <array>
@@ -17,13 +18,13 @@ public:
     using Place = std::array<double, 6>;
 
     Raster(int columns, int rows, GDALDataType type = GDT_Float64,
-           std::vector<const char*> options = {}) {
+           std::vector<const char*> options = {}, int bands = 1) {
         GDALAllRegister();
         static int made = 0;
         path_ = "/vsimem/zol_test_" + std::to_string(made++) + ".tif";
         options.push_back(nullptr);
-        dataset_ = GDALCreate(GDALGetDriverByName("GTiff"), path_.c_str(), columns, rows, 1, type,
-                              const_cast<char**>(options.data()));
+        dataset_ = GDALCreate(GDALGetDriverByName("GTiff"), path_.c_str(), columns, rows, bands,
+                              type, const_cast<char**>(options.data()));
         if (columns > kMostFilled) return;
         std::vector<double> values;
         for (int row = 0; row < rows; ++row) {
@@ -47,6 +48,20 @@ public:
         const int rows = GDALGetRasterYSize(dataset_);
         Check(GDALRasterIO(Band(), GF_Write, 0, 0, columns, rows, values.data(), columns, rows,
                            GDT_Float64, 0, 0));
+    }
+
+    /// Gives the file a mask of its own: 0 for cells that do not count.
+    void Mask(std::vector<double> cells) {
+        // In the file itself, not in another beside it.
+        CPLSetThreadLocalConfigOption("GDAL_TIFF_INTERNAL_MASK", "YES");
+        Check(GDALCreateDatasetMaskBand(dataset_, GMF_PER_DATASET));
+        CPLSetThreadLocalConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
+        const auto columns = static_cast<int>(cells.size());
+        Check(GDALRasterIO(GDALGetMaskBand(Band()), GF_Write, 0, 0, columns, 1, cells.data(),
+                           columns, 1, GDT_Float64, 0, 0));
+        // Only closing writes it.
+        GDALClose(dataset_);
+        dataset_ = GDALOpen(path_.c_str(), GA_Update);
     }
 
     /// The name of the file, everything in it.
