@@ -1,6 +1,6 @@
 #include "tests/doubles/scripted_block.h"
 
-#include <sstream>
+#include "tests/doubles/journal.h"
 
 namespace zol::doubles {
 
@@ -12,10 +12,7 @@ namespace {
 
 template <class... Arguments>
 void note(const char* operation, const Arguments&... arguments) {
-    std::ostringstream entry;
-    entry << operation;
-    ((entry << ' ' << arguments), ...);
-    journal.push_back(entry.str());
+    journal.push_back(journal_entry(operation, arguments...));
     if (during_call) {
         during_call();
     }

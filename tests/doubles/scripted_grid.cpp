@@ -1,6 +1,6 @@
 #include "tests/doubles/scripted_grid.h"
 
-#include <sstream>
+#include "tests/doubles/journal.h"
 
 namespace zol::doubles {
 
@@ -11,10 +11,7 @@ namespace {
 
 template <class... Arguments>
 void note(const char* operation, const Arguments&... arguments) {
-    std::ostringstream entry;
-    entry << operation;
-    ((entry << ' ' << arguments), ...);
-    grid_journal.push_back(entry.str());
+    grid_journal.push_back(journal_entry(operation, arguments...));
     if (grid_script.throwing == operation) {
         throw GridFailure(operation);
     }
