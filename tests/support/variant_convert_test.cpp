@@ -1,6 +1,7 @@
 // What values are made of and what they are as numbers and texts.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -112,6 +113,8 @@ TEST(VariantConvert, ReadsTheNumberAtTheBeginningOfAText) {
         {"+-1", 0},
         {"--1", 0},
         {"- 1", 0},
+        {"-", 0},
+        {"-0", -0.0},
         {"1,5", 1},
         {"1.5.5", 1.5},
         {".5", 0.5},
@@ -143,7 +146,9 @@ TEST(VariantConvert, ReadsTheNumberAtTheBeginningOfAText) {
         {"9007199254740993.0000000000000000000000000000001", 9007199254740994},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(MVariant(row.text).AsDouble(), row.number) << row.text;
+        const double number = MVariant(row.text).AsDouble();
+        EXPECT_EQ(number, row.number) << row.text;
+        EXPECT_EQ(std::signbit(number), std::signbit(row.number)) << row.text;
     }
     EXPECT_NE(MVariant("nan").AsDouble(), MVariant("nan").AsDouble());
     EXPECT_EQ(MVariant(std::string("1\0"
