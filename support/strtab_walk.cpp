@@ -76,8 +76,10 @@ char** strtab_Keys(const strtab_t* table, int sorted, std::int32_t* count) {
         return nullptr;
     }
     if (sorted != 0) {
-        std::sort(list, list + keys,
-                  [](const char* left, const char* right) { return std::strcmp(left, right) < 0; });
+        std::sort(list, list + keys, [](const char* left, const char* right) {
+            // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): the list is whole
+            return std::strcmp(left, right) < 0;
+        });
     }
     if (count != nullptr) {
         *count = static_cast<std::int32_t>(keys);
