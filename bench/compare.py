@@ -168,7 +168,7 @@ def grid_walk():
 
 def main():
     for measure in (guard, walk_vs_gdal, csv_vs_pandas, omf_first_value, large_walk, small_reads,
-                    values_as_text, grid_walk):
+                    texts_in_a_table, values_as_text, grid_walk):
         print(measure.__name__, file=sys.stderr)
         measure()
     print("| What | Here | Peer, or memory | Ratio | Goal |\n|---|---|---|---|---|")

@@ -19,36 +19,19 @@ std::vector<bool> have_area(const MeshView& mesh) {
     return result;
 }
 
-/// Calls `visit` with each crossing pair until it answers true.
-template <class Visit>
-void for_crossings(const MeshView& mesh, const TriangleTree& tree, Visit visit) {
-    const std::vector<bool> has_area = have_area(mesh);
-    tree.AnyPair([&](std::uint32_t left, std::uint32_t right) {
-        return has_area[left] && has_area[right] &&
-               meet_beyond_shared(mesh.points, mesh.triangles[left], mesh.triangles[right]) &&
-               visit(TrianglePair(left, right));
-    });
-}
-
 }  // namespace
 
 std::optional<TrianglePair> some_crossing(const MeshView& mesh, const TriangleTree& tree) {
+    const std::vector<bool> has_area = have_area(mesh);
     std::optional<TrianglePair> found;
-    for_crossings(mesh, tree, [&](const TrianglePair& pair) {
-        found = pair;
-        return true;
+    tree.AnyPair([&](std::uint32_t left, std::uint32_t right) {
+        if (has_area[left] && has_area[right] &&
+            meet_beyond_shared(mesh.points, mesh.triangles[left], mesh.triangles[right])) {
+            found.emplace(left, right);
+        }
+        return found.has_value();
     });
     return found;
-}
-
-Crossings count_crossings(const MeshView& mesh, const TriangleTree& tree) {
-    Crossings crossings;
-    for_crossings(mesh, tree, [&](const TrianglePair& pair) {
-        ++crossings.pairs;
-        if (!crossings.first || pair < *crossings.first) crossings.first = pair;
-        return false;
-    });
-    return crossings;
 }
 
 }  // namespace zol::engine::geometry
