@@ -3,16 +3,18 @@
 #include <cpl_conv.h>
 #include <cpl_error.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 namespace zol::engine::grid {
 
 namespace {
 
 constexpr std::size_t kMostTexts = 5;
-constexpr std::size_t kLongestText = 300;
+constexpr std::size_t kLongestText = 500;
 
 struct Option {
     const char* name;
@@ -26,15 +28,22 @@ constexpr std::array kOptions = {
     Option{"GTIFF_POINT_GEO_IGNORE", "NO"},
     // Numbers of text rasters keep their digits.
     Option{"AAIGRID_DATATYPE", "Float64"},
+    Option{"GRASSASCIIGRID_DATATYPE", "Float64"},
     Option{"GXF_DATATYPE", "Float64"},
 };
 
 // Kept out by a name that no file of a network has.
 constexpr Option kNoNetwork = {"CPL_VSIL_CURL_ALLOWED_FILENAME", "/vsicurl/none"};
 
+/// One line, whatever GDAL made of it.
 void add(std::vector<std::string>& texts, const char* text) {
     if (texts.size() < kMostTexts) {
-        texts.push_back(std::string(text).substr(0, kLongestText));
+        std::string line = std::string(text).substr(0, kLongestText);
+        std::replace_if(
+            line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; },
+            ' ');
+        line.erase(line.find_last_not_of(' ') + 1);
+        texts.push_back(std::move(line));
     }
 }
 

@@ -35,7 +35,7 @@ public:
         : file_(file), count_bytes_(form == 5 ? 8 : 4), offset_bytes_(form == 1 ? 4 : 8) {}
 
     void Run() {
-        Skip(count_bytes_);
+        const bool has_records = Number(count_bytes_) > 0;
         for (std::uint64_t left = ListCount(); left > 0; --left) {
             SkipName();
             lengths_.push_back(Number(count_bytes_));
@@ -43,12 +43,16 @@ public:
         SkipAttributes();
         for (std::uint64_t left = ListCount(); left > 0; --left) {
             SkipName();
-            const std::uint64_t values = ValuesOfVariable();
+            bool is_by_record = false;
+            const std::uint64_t values = ValuesOfVariable(is_by_record);
             SkipAttributes();
             const std::uint64_t value_bytes = TypeBytes();
             // The size that the header states is known to be wrong in large files.
             Skip(count_bytes_);
             const std::uint64_t start = Number(offset_bytes_);
+            if (is_by_record && !has_records) {
+                continue;
+            }
             if (start > file_.Size() || values > (file_.Size() - start) / value_bytes) {
                 throw ReadError("its netCDF header claims " + std::to_string(values) +
                                 " values from byte " + std::to_string(start) +
@@ -120,7 +124,7 @@ private:
     }
 
     /// Of one that grows by records, the values of one record.
-    std::uint64_t ValuesOfVariable() {
+    std::uint64_t ValuesOfVariable(bool& is_by_record) {
         std::uint64_t values = 1;
         std::uint64_t dimensions = Number(count_bytes_);
         for (; dimensions > 0; --dimensions) {
@@ -128,7 +132,8 @@ private:
             if (id >= lengths_.size()) {
                 Refuse();
             }
-            // 0 stands for the records, which the file may have none of.
+            // 0 stands for the records, which the file may have none of yet.
+            is_by_record = is_by_record || lengths_[id] == 0;
             const std::uint64_t length = std::max<std::uint64_t>(lengths_[id], 1);
             if (length > file_.Size() / values) {
                 Refuse();

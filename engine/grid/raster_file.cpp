@@ -2,10 +2,12 @@
 
 #include <cpl_conv.h>
 #include <cpl_string.h>
+#include <sys/stat.h>
 
-#include <utility>
+#include <algorithm>
 
 #include "engine/formats/read_error.h"
+#include "engine/grid/netcdf_axes.h"
 #include "engine/grid/raster_drivers.h"
 
 namespace zol::engine::grid {
@@ -20,18 +22,63 @@ std::string as_path(const std::string& path) {
 
 }  // namespace
 
-RasterFile::RasterFile(const std::shared_ptr<const File>& file)
-    : RasterFile(as_path(file->Path()), file, GdalScope::Network::Closed) {}
+std::optional<RasterFile::Partner> RasterFile::Partner::Look(const std::string& path) {
+    struct stat facts {};
+    if (::stat(path.c_str(), &facts) != 0 || !S_ISREG(facts.st_mode)) {
+        return std::nullopt;
+    }
+    return Partner{path, facts.st_size, facts.st_mtim.tv_sec, facts.st_mtim.tv_nsec};
+}
 
-RasterFile::RasterFile(const std::string& name, std::shared_ptr<const File> file,
-                       GdalScope::Network network)
-    : name_(name), file_(std::move(file)), network_(network) {
+RasterFile::RasterFile(const std::shared_ptr<const File>& file)
+    : path_(as_path(file->Path())), file_(file), network_(GdalScope::Network::Closed) {
+    Open(path_);
+}
+
+RasterFile::RasterFile(const std::string& path, GdalScope::Network network)
+    : path_(path), network_(network) {
+    Open(path_);
+}
+
+RasterFile::RasterFile(const RasterFile& container, const std::string& name)
+    : path_(container.path_), file_(container.file_), network_(container.network_) {
+    Open(name);
+}
+
+void RasterFile::Open(const std::string& name) {
     const GdalScope scope(network_);
-    dataset_ = GDALOpenEx(name_.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY, raster_drivers(),
+    dataset_ = GDALOpenEx(name.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY, raster_drivers(),
                           nullptr, nullptr);
     if (dataset_ == nullptr) {
-        throw ReadError(scope.Error("it is no raster in a format that is read"));
+        refuse_netcdf_without_records(path_, network_);
+        throw ReadError(scope.Error(
+            "it is in no format that is read; those are OMF 1 and rasters of GDAL (GeoTIFF, ESRI "
+            "ASCII, Surfer, netCDF, ...)"));
     }
+    warnings_ = scope.Warnings();
+    if (file_ != nullptr) {
+        FindPartners();
+    }
+}
+
+void RasterFile::FindPartners() {
+    char** const names = GDALGetFileList(dataset_);
+    for (char* const* name = names; name != nullptr && *name != nullptr; ++name) {
+        const std::optional<Partner> partner = *name != path_ ? Partner::Look(*name) : std::nullopt;
+        if (partner) {
+            partners_.push_back(*partner);
+        }
+    }
+    CSLDestroy(names);
+}
+
+bool RasterFile::IsUnchanged() const {
+    // One that was taken away is no other than it was.
+    return file_ == nullptr ||
+           (file_->IsUnchanged() &&
+            std::all_of(partners_.begin(), partners_.end(), [](const Partner& partner) {
+                return Partner::Look(partner.path).value_or(partner) == partner;
+            }));
 }
 
 RasterFile::~RasterFile() {

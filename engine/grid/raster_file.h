@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,31 +20,51 @@ class RasterFile {
 public:
     /// Opens a file that also stays open as `file`. Throws ReadError, as does the next.
     explicit RasterFile(const std::shared_ptr<const File>& file);
-    /// Opens one of GDAL's virtual files, or what GDAL itself calls a dataset.
-    RasterFile(const std::string& name, std::shared_ptr<const File> file,
-               GdalScope::Network network);
+    /// Opens one of GDAL's virtual files.
+    RasterFile(const std::string& path, GdalScope::Network network);
+    /// Opens one of the rasters in a file of several, by the name that GDAL gives it.
+    RasterFile(const RasterFile& container, const std::string& name);
     RasterFile(const RasterFile&) = delete;
     RasterFile& operator=(const RasterFile&) = delete;
     ~RasterFile();
 
     GDALDatasetH Dataset() const { return dataset_; }
     GdalScope::Network Network() const { return network_; }
-    const std::string& Name() const { return name_; }
-    const std::shared_ptr<const File>& Underlying() const { return file_; }
+    /// As GDAL knows the file, also where this is one of several rasters in it.
+    const std::string& Path() const { return path_; }
+    /// What GDAL said while it opened the file, though it did.
+    const std::vector<std::string>& Warnings() const { return warnings_; }
     std::string DriverName() const;
 
     /// Names of the rasters in a file of several, in its order, as GDAL calls them.
     std::vector<std::string> Subdatasets() const;
 
-    /// False when the file under the name was changed since it was opened. Always true of
-    /// virtual files.
-    bool IsUnchanged() const { return file_ == nullptr || file_->IsUnchanged(); }
+    /// False when the file, or one beside it that belongs to the raster (a header, a mask,
+    /// values), was changed since it was opened. Always true of virtual files.
+    bool IsUnchanged() const;
 
 private:
-    std::string name_;
+    /// A file beside the one that was named, which GDAL may read at any time.
+    struct Partner {
+        std::string path;
+        std::int64_t size = 0;
+        std::int64_t changed_seconds = 0;
+        std::int64_t changed_nanoseconds = 0;
+
+        bool operator==(const Partner&) const = default;
+        /// Nothing when there is no such file.
+        static std::optional<Partner> Look(const std::string& path);
+    };
+
+    void Open(const std::string& name);
+    void FindPartners();
+
+    std::string path_;
     std::shared_ptr<const File> file_;
     GdalScope::Network network_;
     GDALDatasetH dataset_ = nullptr;
+    std::vector<std::string> warnings_;
+    std::vector<Partner> partners_;
 };
 
 }  // namespace zol::engine::grid

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <system_error>
 
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
+#include "engine/grid/netcdf_axes.h"
 
 namespace zol::engine::grid {
 
@@ -53,64 +52,44 @@ bool from_control_points(GDALDatasetH dataset, GeoTransform& g) {
            GDALGCPsToGeoTransform(count, GDALGetGCPs(dataset), g.data(), FALSE) != FALSE;
 }
 
-/// The two numbers of "{-15,15}".
-bool read_range(const char* text, double& from, double& to) {
-    if (text == nullptr) {
-        return false;
-    }
-    const std::string_view range(text);
-    const std::size_t comma = range.find(',');
-    if (!range.starts_with('{') || !range.ends_with('}') || comma == range.npos) {
-        return false;
-    }
-    const char* const middle = range.data() + comma;
-    const char* const end = range.data() + range.size() - 1;
-    const auto first = std::from_chars(range.data() + 1, middle, from);
-    const auto second = std::from_chars(middle + 1, end, to);
-    return first.ec == std::errc() && first.ptr == middle && second.ec == std::errc() &&
-           second.ptr == end;
+/// Of one node the spacing is not known: that of the other axis serves, or 1.
+double spacing_beside(double step, double other) {
+    return step != 0.0 ? step : (other != 0.0 ? std::fabs(other) : 1.0);
 }
 
-/// netCDF grids of the GMT tools: their axes are called x and y and state their ranges, but
-/// say nothing else by which GDAL would know them for axes. It has turned their first row,
-/// the southern one, to be the last.
-bool from_axis_ranges(GDALDatasetH dataset, int columns, int rows, GeoTransform& g) {
-    double west = 0.0;
-    double east = 0.0;
-    double south = 0.0;
-    double north = 0.0;
-    if (!read_range(GDALGetMetadataItem(dataset, "x#actual_range", nullptr), west, east) ||
-        !read_range(GDALGetMetadataItem(dataset, "y#actual_range", nullptr), south, north)) {
-        return false;
-    }
-    // The ranges are of nodes, or of the outer edges of cells.
-    const char* const offset = GDALGetMetadataItem(dataset, "NC_GLOBAL#node_offset", nullptr);
-    const bool edges = offset != nullptr && std::string_view(offset) == "1";
-    if (!(west < east) || !(south < north) || (!edges && (columns < 2 || rows < 2))) {
-        return false;
-    }
-    const double along_x = (east - west) / (edges ? columns : columns - 1);
-    const double along_y = (north - south) / (edges ? rows : rows - 1);
-    const double outward = edges ? 0.0 : kHalfCell;
-    g = {west - outward * along_x, along_x, 0.0, north + outward * along_y, 0.0, -along_y};
-    return true;
+/// Of axes that no convention marks, GDAL takes the first row for the southern one, and
+/// turns it to be the last.
+Lattice lattice_of_axes(const NetcdfAxes& axes, int columns, int rows) {
+    const double along_x = spacing_beside(axes.x.step, axes.y.step);
+    const double along_y = spacing_beside(axes.y.step, axes.x.step);
+    return {Axis::FromSteps(axes.x.first, 0.0, along_x, columns),
+            Axis::FromSteps(axes.y.first, 1.0 - rows, -along_y, rows)};
 }
 
 }  // namespace
 
-Lattice raster_lattice(GDALDatasetH dataset, bool& is_placed) {
+Lattice raster_lattice(const RasterFile& file, int band, bool& is_placed) {
+    GDALDatasetH dataset = file.Dataset();
     const int columns = GDALGetRasterXSize(dataset);
     const int rows = GDALGetRasterYSize(dataset);
-    GeoTransform g{};
-    is_placed = GDALGetGeoTransform(dataset, g.data()) == CE_None ||
-                from_control_points(dataset, g) || from_axis_ranges(dataset, columns, rows, g);
-    if (!is_placed) {
-        return {Axis::FromSteps(0.0, 0.0, 1.0, columns),
-                Axis::FromSteps(rows - 1, 0.0, -1.0, rows)};
+    // Looked at also where GDAL has used them: for their being even.
+    std::optional<NetcdfAxes> axes;
+    if (file.DriverName() == "netCDF") {
+        axes = netcdf_axes(file, band);
     }
-    refuse_turned(g);
-    return {Axis::FromSteps(g[0], kHalfCell, g[1], columns),
-            Axis::FromSteps(g[3], kHalfCell, g[5], rows)};
+    GeoTransform g{};
+    is_placed =
+        GDALGetGeoTransform(dataset, g.data()) == CE_None || from_control_points(dataset, g);
+    if (is_placed) {
+        refuse_turned(g);
+        return {Axis::FromSteps(g[0], kHalfCell, g[1], columns),
+                Axis::FromSteps(g[3], kHalfCell, g[5], rows)};
+    }
+    if (axes) {
+        is_placed = true;
+        return lattice_of_axes(*axes, columns, rows);
+    }
+    return {Axis::FromSteps(0.0, 0.0, 1.0, columns), Axis::FromSteps(rows - 1, 0.0, -1.0, rows)};
 }
 
 }  // namespace zol::engine::grid

@@ -15,8 +15,6 @@ constexpr const char* kDiagnostics = "ZOL_DIAGNOSTICS";
 constexpr const char* kModelFormats =
     "formats read are delimited text (CSV and its relatives, GEO-EAS) and OMF 1; for a raster, "
     "use zol grid.";
-constexpr const char* kGridFormats =
-    "formats read are the rasters of GDAL (GeoTIFF, ESRI ASCII, Surfer, netCDF, ...) and OMF 1.";
 
 // What GDAL looks for in archives, on servers and in memory.
 constexpr std::string_view kVirtualFile = "/vsi";
@@ -36,15 +34,15 @@ bool is_there(const std::string& file) {
 }
 
 template <class Handle>
-std::unique_ptr<Handle> opened(const std::string& file, const char* formats) {
+std::unique_ptr<Handle> opened(const std::string& file, const std::string& hint) {
     if (!is_there(file)) throw ReadFailure("there is no file '" + file + "'.");
     try {
         return std::make_unique<Handle>(file);
     } catch (const ReadFailure& failure) {
         const char* channel = std::getenv(kDiagnostics);
         const bool is_reason_told = channel != nullptr && std::string_view(channel) == "stderr";
-        if (is_reason_told) throw ReadFailure(formats);
-        throw ReadFailure(std::string(failure.what()) + "\n" + formats);
+        if (is_reason_told) throw ReadFailure(hint);
+        throw ReadFailure(std::string(failure.what()) + "\n" + hint);
     }
 }
 
@@ -60,7 +58,8 @@ std::unique_ptr<BlockModel> open_model(const std::string& file) {
 }
 
 std::unique_ptr<Grid> open_grid(const std::string& file) {
-    return opened<Grid>(file, kGridFormats);
+    // The library names the formats where it knows none for the file.
+    return opened<Grid>(file, "'" + file + "' can't be opened as a grid.");
 }
 
 }  // namespace zol::tool

@@ -3,9 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <fstream>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/zolGridExport.h"
@@ -26,46 +29,13 @@ using testing_support::read_all;
 using testing_support::reason_of;
 using testing_support::TemporaryFile;
 
-TEST(Raster, ANetcdfHeaderThatClaimsTooMuchIsNotBelieved) {
-    const std::string bytes = read_all(ZOL_SAMPLES "/grid/sombrero_gmt.grd");
-    struct Row {
-        const char* name;
-        std::size_t at;
-    };
-    const Row rows[] = {
-        {"dimensions", 0x0c},
-        {"length of a name", 0x10},
-        {"length of a dimension", 0x18},
-        {"attributes", 0x2c},
-        {"values of an attribute", 0x44},
-        {"variables", 0x1c4},
-        {"start of the values", 0x314},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        for (const char* claim : {"\x7f\xff\xff\xff", "\x01\x80\x80\x80"}) {
-            std::string changed = bytes;
-            changed.replace(row.at, 4, claim, 4);
-            const TemporaryFile file(changed);
-            EXPECT_THAT(reason_of(file.Path()), HasSubstr("its netCDF header claims"));
-        }
-    }
-}
-
 TEST(Raster, WhatIsNoGridSaysWhy) {
     const TemporaryFile empty("");
     const TemporaryFile prose("Dear all,\nplease find the grid attached.\n");
     const TemporaryFile zip("PK\x03\x04 and so on");
     const TemporaryFile gzip("\x1f\x8b and so on");
-    const TemporaryFile zero_columns(grid_text(0, 3, "1 2 3\n"));
-    const TemporaryFile negative(grid_text(-4, 3, "1 2 3\n"));
-    const TemporaryFile too_many(grid_text(2147483647, 2147483647, "1 2 3\n"));
-    const TemporaryFile beyond(
-        "ncols 2147483648\nnrows 1\nxllcorner 0\nyllcorner 0\ncellsize 1\n1\n");
-    const TemporaryFile no_cells("ncols 2\nnrows 1\nxllcorner 0\nyllcorner 0\ncellsize 0\n1 2\n");
     const TemporaryFile not_apart(
         "ncols 2\nnrows 1\nxllcorner 1e300\nyllcorner 0\ncellsize 1\n1 2\n");
-    const TemporaryFile cut_head("ncols 2\nnrows 1\nxllcor");
     const TemporaryFile taken("");
     ::unlink(taken.Path().c_str());
     ASSERT_EQ(::mkfifo(taken.Path().c_str(), 0600), 0);
@@ -91,7 +61,7 @@ TEST(Raster, WhatIsNoGridSaysWhy) {
         {"not there", "/no/such/file.tif", "No such file"},
         {"no name", "", "can't open the file"},
         {"empty", empty.Path(), "the file is empty"},
-        {"prose", prose.Path(), "no raster in a format that is read"},
+        {"prose", prose.Path(), "it is in no format that is read"},
         {"a zip archive", zip.Path(), "zip archive"},
         {"compressed", gzip.Path(), "it is compressed"},
         {"a folder", ZOL_SAMPLES, "it is a folder"},
@@ -103,14 +73,8 @@ TEST(Raster, WhatIsNoGridSaysWhy) {
         {"a raster in its own name", "<VRTDataset rasterXSize=\"9\" rasterYSize=\"9\"/>",
          "can't open the file"},
         {"a request of GDAL's", "GTIFF_DIR:1:" ZOL_SAMPLES "/grid/n43.tif", "can't open the file"},
-        {"a virtual file that is not there", "/vsimem/nothing.tif", "no raster"},
-        {"no columns", zero_columns.Path(), ""},
-        {"fewer than no columns", negative.Path(), ""},
-        {"too many", too_many.Path(), ""},
-        {"2^31 columns", beyond.Path(), ""},
-        {"no size of cells", no_cells.Path(), ""},
+        {"a virtual file that is not there", "/vsimem/nothing.tif", "it is in no format"},
         {"cells that are lost in their coordinates", not_apart.Path(), "can't be told apart"},
-        {"half a header", cut_head.Path(), ""},
         {"complex numbers", complex.Path(), "not plain numbers"},
         {"sheared", sheared.Path(), "rotated or sheared"},
         {"a quarter turn", quarter.Path(), "its rows run north"},
@@ -156,28 +120,24 @@ TEST(Raster, NodesOfALostPartAreUnreadableAndTheOthersStay) {
         EXPECT_EQ(node.value, row >= 5 ? 3 + 10 * (19 - row) : 0);
     }
 
-    // So many rows short that trying all of them in vain would never end.
-    const TemporaryFile far_short(grid_text(3, 2000, "1 2 3\n4 5 6\n7 8\n"));
-    const Grid rows(far_short.Path());
+    // GDAL can't read a number of so many digits, nor find the rows behind it: to look for
+    // each by looking for all ahead of it would never end.
+    std::string text = "1 2 3\n4 5 6\n7 8 " + std::string(600, '0') + "\n";
+    for (int row = 3; row < 2000; ++row) {
+        text += "9 9 9\n";
+    }
+    const TemporaryFile long_number(grid_text(3, 2000, text));
+    const Grid rows(long_number.Path());
+    ASSERT_TRUE(rows.IsValid());
     EXPECT_FALSE(node_of(rows, 0, 0).read);
     EXPECT_FALSE(node_of(rows, 0, 1000).read);
     EXPECT_EQ(node_of(rows, 2, 1998).value, 6);
 
-    const TemporaryFile text(grid_text(3, 4, "1 2 3\n4 5 6\n7 8\n"));
-    const Grid grid(text.Path());
-    ASSERT_TRUE(grid.IsValid());
     double value = -77;
     bool masked = true;
-    EXPECT_TRUE(grid.GetNodeValue(0, 3, value, masked));
-    EXPECT_EQ(value, 1);
-    EXPECT_FALSE(masked);
-    value = -77;
-    masked = true;
-    EXPECT_FALSE(grid.GetNodeValue(0, 0, value, masked)) << "there is no such row in the file";
+    EXPECT_FALSE(strips.GetNodeValue(3, 0, value, masked));
     EXPECT_EQ(value, -77) << "what was not read is not written";
     EXPECT_TRUE(masked);
-    EXPECT_TRUE(grid.GetNodeValue(2, 2, value, masked));
-    EXPECT_EQ(value, 6);
 }
 
 TEST(Raster, AFileThatChangesIsNotReadOn) {
@@ -189,6 +149,25 @@ TEST(Raster, AFileThatChangesIsNotReadOn) {
     file.Rewrite(std::string(bytes.size(), '\0'));
     EXPECT_FALSE(node_of(before, 0, 0).read);
     EXPECT_EQ(node_of(seen, 0, 0).value, 2671) << "what was read stays";
+}
+
+TEST(Raster, AHeaderBesideTheFileIsWatchedToo) {
+    const std::vector<float> values = {1, 2, 3, 4, 5, 6};
+    const TemporaryFile file(
+        std::string_view(reinterpret_cast<const char*>(values.data()), values.size() * 4));
+    const std::string header = file.Path() + ".hdr";
+    const std::string text =
+        "ncols 3\nnrows 2\nxllcorner 0\nyllcorner 0\ncellsize 1\nbyteorder LSBFIRST\n"
+        "nbits 32\npixeltype FLOAT\n";
+    std::ofstream(header) << text;
+    const Grid kept(file.Path());
+    const Grid changed(file.Path());
+    ASSERT_TRUE(kept.IsValid());
+    EXPECT_EQ(node_of(kept, 0, 0).value, 4);
+    std::ofstream(header) << text << "xdim 1\n";
+    EXPECT_FALSE(node_of(changed, 0, 0).read);
+    EXPECT_EQ(node_of(kept, 2, 1).value, 3) << "what was read stays";
+    ::unlink(header.c_str());
 }
 
 TEST(Raster, AFileThatIsTakenAwayStaysOpen) {

@@ -85,13 +85,65 @@ TEST(Raster, NodesLieWhereTheFileSaysWhateverItsOrder) {
     }
 }
 
-TEST(Raster, RealFilesAreWhereTheyAreKnownToBe) {
+TEST(Raster, GroundControlPointsServeWhenAllAreOnOneGeotransform) {
+    for (const double off : {0.0, 30.0}) {
+        SCOPED_TRACE(off);
+        Raster raster(4, 3);
+        raster.PutAtPoints(off);
+        const Grid grid(raster.Path());
+        ASSERT_TRUE(grid.IsValid());
+        geometry::Point2D lower;
+        geometry::Point2D upper;
+        grid.GetExtent(lower, upper);
+        EXPECT_NEAR(lower.x, off == 0.0 ? 105 : 0, 1e-9);
+        EXPECT_NEAR(upper.y, off == 0.0 ? 225 : 2, 1e-9);
+        EXPECT_EQ(node_of(grid, 0, 0).value, 20);
+    }
+}
+
+/// Holds all nodes of a grid against what GDAL reads.
+void expect_as_gdal(const std::string& path, const Grid& grid) {
+    GDALAllRegister();
+    CPLSetThreadLocalConfigOption("AAIGRID_DATATYPE", "Float64");
+    GDALDatasetH dataset = GDALOpen(path.c_str(), GA_ReadOnly);
+    CPLSetThreadLocalConfigOption("AAIGRID_DATATYPE", nullptr);
+    ASSERT_NE(dataset, nullptr);
+    GDALRasterBandH band = GDALGetRasterBand(dataset, 1);
+    const int columns = GDALGetRasterXSize(dataset);
+    const int rows = GDALGetRasterYSize(dataset);
+    ASSERT_EQ(grid.GetWidthNodeCount(), columns);
+    ASSERT_EQ(grid.GetHeightNodeCount(), rows);
+    const auto cells = static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
+    std::vector<double> values(cells);
+    std::vector<double> mask(cells);
+    Raster::Check(GDALRasterIO(band, GF_Read, 0, 0, columns, rows, values.data(), columns, rows,
+                               GDT_Float64, 0, 0));
+    Raster::Check(GDALRasterIO(GDALGetMaskBand(band), GF_Read, 0, 0, columns, rows, mask.data(),
+                               columns, rows, GDT_Float64, 0, 0));
+    Raster::Place place{};
+    const bool is_south_up = GDALGetGeoTransform(dataset, place.data()) == CE_None && place[5] > 0;
+    int wrong = 0;
+    for (std::size_t cell = 0; cell < cells; ++cell) {
+        const auto column = static_cast<int>(cell) % columns;
+        const auto row = static_cast<int>(cell) / columns;
+        const Node node = node_of(grid, column, is_south_up ? row : rows - 1 - row);
+        const bool is_masked = mask[cell] == 0 || !std::isfinite(values[cell]);
+        wrong += node.read && node.masked == is_masked && (is_masked || node.value == values[cell])
+                     ? 0
+                     : 1;
+    }
+    EXPECT_EQ(wrong, 0);
+    GDALClose(dataset);
+}
+
+TEST(Raster, RealFilesAreWhereTheyAreKnownToBeAndAsGdalReadsThem) {
     struct Row {
         const char* name;
         geometry::Point2D lower;
         geometry::Point2D upper;
-        double south_west;
-        double north_east;
+        /// NaN where no source says it.
+        double south_west = kNan;
+        double north_east = kNan;
     };
     // Figures of the files' publishers, or seen in another reader. Pixels that are points
     // (n43.tif, byte_point.tif) and nodes that the header states (the Surfer files) are no
@@ -107,16 +159,17 @@ TEST(Raster, RealFilesAreWhereTheyAreKnownToBe) {
          {8472811.51, 4696210.8209},
          2671,
          1360},
-        {"surfer-grid.grd", {0, 0}, {1105000, 905000}, 0, 0},
-        {"grassascii.txt", {-68.75, 20.8333333}, {118.75, 229.1666667}, 0, 0},
-        {"float_nan.tif", {50, 50}, {250, 150}, 0, 0},
+        {"surfer-grid.grd", {0, 0}, {1105000, 905000}},
+        {"grassascii.txt", {-68.75, 20.8333333}, {118.75, 229.1666667}},
+        {"float_nan.tif", {50, 50}, {250, 150}},
         {"byte_nogeoref.tif", {0, 0}, {19, 19}, 181, 148},
-        {"sombrero_gmt.grd", {-15, -15}, {15, 15}, 0, 0},
-        {"pixel_per_line_comma.asc", {100025, 650025}, {100725, 650575}, 0, 0},
+        {"sombrero_gmt.grd", {-15, -15}, {15, 15}},
+        {"pixel_per_line_comma.asc", {100025, 650025}, {100725, 650575}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const Grid grid(std::string(ZOL_SAMPLES "/grid/") + row.name);
+        const std::string path = std::string(ZOL_SAMPLES "/grid/") + row.name;
+        const Grid grid(path);
         ASSERT_TRUE(grid.IsValid());
         geometry::Point2D lower;
         geometry::Point2D upper;
@@ -126,7 +179,8 @@ TEST(Raster, RealFilesAreWhereTheyAreKnownToBe) {
         EXPECT_NEAR(lower.y, row.lower.y, slack);
         EXPECT_NEAR(upper.x, row.upper.x, slack);
         EXPECT_NEAR(upper.y, row.upper.y, slack);
-        if (row.south_west != 0) {
+        expect_as_gdal(path, grid);
+        if (!std::isnan(row.south_west)) {
             EXPECT_EQ(node_of(grid, 0, 0).value, row.south_west);
             EXPECT_EQ(
                 node_of(grid, grid.GetWidthNodeCount() - 1, grid.GetHeightNodeCount() - 1).value,
@@ -135,7 +189,7 @@ TEST(Raster, RealFilesAreWhereTheyAreKnownToBe) {
     }
 }
 
-TEST(Raster, NetcdfRowsRunFromTheSouth) {
+TEST(Raster, GmtRowsRunFromTheSouth) {
     std::string bytes = read_all(ZOL_SAMPLES "/grid/sombrero_gmt.grd");
     // The first of its values: 42 as a big-endian float.
     bytes.replace(0x640, 4, std::string("\x42\x28\0\0", 4));
@@ -143,6 +197,45 @@ TEST(Raster, NetcdfRowsRunFromTheSouth) {
     const Grid grid(file.Path());
     ASSERT_TRUE(grid.IsValid());
     EXPECT_EQ(node_of(grid, 0, 0).value, 42);
+}
+
+TEST(Raster, AnAlphaBandMasks) {
+    Raster raster(3, 1, GDT_Byte, {"ALPHA=YES"}, 2);
+    raster.Fill({1, 2, 3});
+    raster.Fill({255, 0, 1}, 2);
+    const Grid grid(raster.Path());
+    ASSERT_TRUE(grid.IsValid());
+    EXPECT_FALSE(node_of(grid, 0, 0).masked);
+    EXPECT_TRUE(node_of(grid, 1, 0).masked);
+    EXPECT_FALSE(node_of(grid, 2, 0).masked);
+}
+
+TEST(Raster, BandsSideBySideAreToldApart) {
+    for (const char* tiled : {"TILED=NO", "TILED=YES"}) {
+        Raster raster(4, 3, GDT_Float32, {"INTERLEAVE=PIXEL", tiled}, 3);
+        raster.Fill({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}, 2);
+        const std::string path = raster.Path();
+        EXPECT_EQ(node_of(Grid(path), 3, 0).value, 23);
+        EXPECT_EQ(node_of(Grid(path + "#2"), 3, 0).value, 11);
+        EXPECT_EQ(node_of(Grid(path + "#3"), 3, 0).value, 0);
+    }
+}
+
+TEST(Raster, PagesOfATiffAreNamedByTheirNumber) {
+    Raster raster(4, 3);
+    Raster other(2, 2);
+    other.Fill({7, 8, 9, 10});
+    raster.Append(other);
+    const std::string path = raster.Path();
+    EXPECT_EQ(node_of(Grid(path), 3, 0).value, 23);
+    EXPECT_EQ(node_of(Grid(path + "#page 1"), 3, 0).value, 23);
+    const Grid second(path + "#page 2");
+    ASSERT_TRUE(second.IsValid());
+    EXPECT_EQ(second.GetWidthNodeCount(), 2);
+    EXPECT_EQ(node_of(second, 1, 0).value, 10);
+    EXPECT_THAT(reason_of(path + "#page 3"),
+                HasSubstr("it has no band \"page 3\", but 1, and 2 rasters, \"#page 1\" to "
+                          "\"#page 2\""));
 }
 
 TEST(Raster, MasksWhatTheFileDeclaresAndNothingElse) {

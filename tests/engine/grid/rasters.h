@@ -41,13 +41,36 @@ public:
         GDALDeleteDataset(GDALGetDriverByName("GTiff"), path_.c_str());
     }
 
-    GDALRasterBandH Band() { return GDALGetRasterBand(dataset_, 1); }
+    GDALRasterBandH Band(int band = 1) { return GDALGetRasterBand(dataset_, band); }
     void PutAt(Place place) { Check(GDALSetGeoTransform(dataset_, place.data())); }
-    void Fill(std::vector<double> values) {
+    /// Puts it where four ground control points say: cells of 10 from (100, 230) to the
+    /// south-east, the last point `off` units beside its place.
+    void PutAtPoints(double off) {
+        std::array<GDAL_GCP, 4> points{};
+        GDALInitGCPs(static_cast<int>(points.size()), points.data());
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            points[i].dfGCPPixel = i % 2 == 0 ? 0 : 4;
+            points[i].dfGCPLine = i < 2 ? 0 : 3;
+            points[i].dfGCPX = 100 + 10 * points[i].dfGCPPixel + (i == 3 ? off : 0);
+            points[i].dfGCPY = 230 - 10 * points[i].dfGCPLine;
+        }
+        Check(GDALSetGCPs(dataset_, static_cast<int>(points.size()), points.data(), ""));
+        GDALDeinitGCPs(static_cast<int>(points.size()), points.data());
+    }
+    void Fill(std::vector<double> values, int band = 1) {
         const int columns = GDALGetRasterXSize(dataset_);
         const int rows = GDALGetRasterYSize(dataset_);
-        Check(GDALRasterIO(Band(), GF_Write, 0, 0, columns, rows, values.data(), columns, rows,
+        Check(GDALRasterIO(Band(band), GF_Write, 0, 0, columns, rows, values.data(), columns, rows,
                            GDT_Float64, 0, 0));
+    }
+
+    /// Makes another raster a further page of the file.
+    void Append(const Raster& page) {
+        GDALClose(dataset_);
+        std::array<const char*, 2> options = {"APPEND_SUBDATASET=YES", nullptr};
+        GDALClose(GDALCreateCopy(GDALGetDriverByName("GTiff"), path_.c_str(), page.dataset_, FALSE,
+                                 const_cast<char**>(options.data()), nullptr, nullptr));
+        dataset_ = GDALOpen(path_.c_str(), GA_Update);
     }
 
     /// Gives the file a mask of its own: 0 for cells that do not count.
