@@ -2,10 +2,9 @@
 // a node costs in one line of JSON.
 //
 //   grid_walk make FILE strips|tiles|packed SIDE    a GeoTIFF of SIDE x SIDE floats
-//   grid_walk time FILE                             nanoseconds of processor time a node, opening
-//   included grid_walk peak FILE SMALL                       megabytes that walks in both orders
-//   take,
-//                                                   above what reading the raster SMALL does
+//   grid_walk time FILE          nanoseconds of processor time a node, with the opening
+//   grid_walk peak FILE SMALL    megabytes that walks in both orders take, above what
+//                                reading the raster SMALL does
 #include <gdal.h>
 #include <sys/resource.h>
 #include <time.h>

@@ -2,6 +2,7 @@
 
 import csv
 import io
+import json
 import math
 import os
 import subprocess
@@ -28,9 +29,12 @@ ROUNDED = 1e-6  # the figures above have that many digits
 
 class GridTest(ToolTest):
     def good(self, *arguments):
-        """As for any file, but that one may lack its place and be read all the same."""
+        """As for any file, but that one may lack its place, or be read against its letter, and
+        is told of."""
         done = run(*arguments)
-        told = [line for line in done.stderr.splitlines() if b"nodes are counted from 0" not in line]
+        known = [b"nodes are counted from 0", b"it opens, but: File with negative value for ScaleY"]
+        told = [line for line in done.stderr.splitlines()
+                if not any(remark in line for remark in known)]
         self.assertEqual((done.returncode, told), (GOOD, []), arguments)
         return done.stdout
 
@@ -264,11 +268,15 @@ class Failures(GridTest):
 
     def test_files_that_do_not_open(self):
         self.assertIn("there is no file", self.fails(UNREADABLE, "grid", "info", "absent.tif"))
-        for file in [self.write("noise.tif", bytes(range(256)) * 4), GRIDS / "rotated.tif",
-                     self.folder, f"{GRIDS / 'n43.tif'}#9"]:
+        noise = self.write("noise.tif", bytes(range(256)) * 4)
+        for file, reason in [(noise, "in no format that is read; those are"),
+                             (GRIDS / "rotated.tif", "rotated or sheared"),
+                             (self.folder, "a folder"),
+                             (f"{GRIDS / 'n43.tif'}#9", "no band \"9\"")]:
             text = self.fails(UNREADABLE, "grid", "info", file)
-            self.assertIn("formats read", text)
-            self.assertIn(str(file), text)
+            self.assertIn(reason, text)
+            self.assertIn(f"'{file}' can't be opened as a grid", text)
+            self.assertEqual("those are" in text, file == noise, "formats are told of it alone")
 
     def test_the_source_is_never_written_over(self):
         file = self.cone(5)
@@ -282,7 +290,7 @@ class Failures(GridTest):
         self.assertEqual(file.read_bytes(), before)
 
     def test_a_failure_on_the_way_leaves_the_older_file(self):
-        whole = (GRIDS / "surfer-grid.grd").read_bytes()
+        whole = (GRIDS / "gsg_binary.grd").read_bytes()
         cut = self.write("cut.grd", whole[:len(whole) // 2])
         for command in [["export"], ["export", "--format", "asc"], ["plot"]]:
             old = self.write("old", "older")
@@ -291,13 +299,23 @@ class Failures(GridTest):
             self.assertEqual(old.read_text(), "older")
             self.assertEqual(len(list(self.folder.iterdir())), 2)
 
-    def test_a_damaged_grid_still_tells_where_it_lies(self):
-        whole = (GRIDS / "surfer-grid.grd").read_bytes()
-        done = run("grid", "info", self.write("cut.grd", whole[:len(whole) // 2]))
+    def test_a_damaged_grid_still_tells_where_it_lies_and_what_is_lost(self):
+        # Nine of its twenty rows, from the south, are whole.
+        whole = (GRIDS / "gsg_binary.grd").read_bytes()
+        cut = self.write("cut.grd", whole[:len(whole) // 2])
+        done = run("grid", "info", cut)
         self.assertEqual(done.returncode, UNREADABLE)
-        self.assertIn(b"can't be read", done.stderr)
+        self.assertIn(b"220 nodes of", done.stderr)
+        self.assertIn(b"can't be read, between (0, 9) and (19, 19).", done.stderr)
         self.assertIn(b"Extent", done.stdout)
+        self.assertIn(b"Unreadable  220 nodes between (0, 9) and (19, 19)", done.stdout)
         self.assertNotIn(b"Values", done.stdout)
+        done = run("grid", "info", "--format", "json", cut)
+        self.assertEqual(done.returncode, UNREADABLE)
+        info = json.loads(done.stdout)
+        self.assertEqual(info["nodes"], [20, 20])
+        self.assertEqual(info["unreadable"], {"nodes": 220, "lower": [0, 9], "upper": [19, 19]})
+        self.assertNotIn("mean", info)
 
     @unittest.skipUnless(os.path.exists("/dev/full"), "needs a device that is always full")
     def test_a_full_disk(self):

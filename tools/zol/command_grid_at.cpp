@@ -51,10 +51,6 @@ Answer answer_at(const GridPlace& place, const Grid& grid) {
     return answer;
 }
 
-std::string node_text(const NodeIndex& node) {
-    return "(" + std::to_string(node.i) + ", " + std::to_string(node.j) + ")";
-}
-
 std::string between_text(const Answer& answer) {
     if (answer.between) {
         // On a node it is the node's value to the last digit.
@@ -65,7 +61,7 @@ std::string between_text(const Answer& answer) {
     std::string text = masked.size() == 1 ? "none: masked is node " : "none: masked are nodes ";
     for (std::size_t i = 0; i < masked.size(); ++i) {
         if (i > 0) text += i + 1 == masked.size() ? " and " : ", ";
-        text += node_text(masked[i]);
+        text += index_text(masked[i]);
     }
     return text;
 }
@@ -77,17 +73,10 @@ void write_text(const Answer& answer, const Lattice& nodes, Output& output) {
     };
     const auto& [i, j] = answer.nearest;
     write_fact("nearest node",
-               node_text(answer.nearest) + " at " + pair_text(nodes.X(i), nodes.Y(j)));
+               index_text(answer.nearest) + " at " + pair_text(nodes.X(i), nodes.Y(j)));
     const bool is_masked = std::isnan(answer.value);
     write_fact("its value", is_masked ? "masked" : std::string(number_text(answer.value)));
     write_fact("bilinear", between_text(answer));
-}
-
-void write_index(JsonWriter& json, const NodeIndex& node) {
-    json.BeginList(JsonWriter::Layout::Flat);
-    json.Whole(node.i);
-    json.Whole(node.j);
-    json.EndList();
 }
 
 void write_json(const Answer& answer, const Lattice& nodes, Output& output) {

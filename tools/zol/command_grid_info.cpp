@@ -1,6 +1,10 @@
 // `zol grid info`: where a grid lies, and what its values are like.
 
+#include <algorithm>
+#include <cstdio>
+#include <limits>
 #include <optional>
+#include <string>
 
 #include "tools/zol/exit_codes.h"
 #include "tools/zol/grid_commands.h"
@@ -14,11 +18,50 @@ namespace zol::tool {
 
 namespace {
 
-GridStatistics statistics_of(const Grid& grid) {
+/// The nodes that can't be read: how many, and the least rectangle that has them all.
+struct Unreadable {
+    long long count = 0;
+    NodeIndex lower{std::numeric_limits<int>::max(), std::numeric_limits<int>::max()};
+    NodeIndex upper{-1, -1};
+
+    void Add(int i, int j) {
+        ++count;
+        lower = {std::min(lower.i, i), std::min(lower.j, j)};
+        upper = {std::max(upper.i, i), std::max(upper.j, j)};
+    }
+};
+
+struct Survey {
+    /// Of all nodes; of use only when each can be read.
     GridStatistics statistics;
-    ProgressBar progress(grid.Nodes().NNodes(), "nodes", ProgressBar::Meanwhile::Nothing);
-    walk(grid, progress, [&](const Run& run) { statistics.Add(run.values); });
-    return statistics;
+    Unreadable unreadable;
+};
+
+Survey survey_of(const Grid& grid) {
+    Survey survey;
+    const Lattice& nodes = grid.Nodes();
+    ProgressBar progress(nodes.NNodes(), "nodes", ProgressBar::Meanwhile::Nothing);
+    for (int j = nodes.height - 1; j >= 0; --j) {
+        for (int i = 0; i < nodes.width; ++i) {
+            if (const auto value = grid.ValueIfReadable(i, j)) {
+                survey.statistics.Add({&*value, 1});
+            } else {
+                survey.unreadable.Add(i, j);
+            }
+        }
+        progress.Advance(nodes.width);
+    }
+    return survey;
+}
+
+/// The exit code, and on standard error what can't be read.
+int ended(const GridInfoRequest& request, const std::optional<Survey>& survey) {
+    if (!survey || survey->unreadable.count == 0) return kGood;
+    const Unreadable& part = survey->unreadable;
+    std::fprintf(stderr, "zol: %lld nodes of '%s' can't be read, between %s and %s.\n", part.count,
+                 request.file.c_str(), index_text(part.lower).c_str(),
+                 index_text(part.upper).c_str());
+    return kUnreadable;
 }
 
 std::string values_text(const GridStatistics& statistics) {
@@ -45,38 +88,57 @@ void write_place(const GridInfoRequest& request, const Lattice& nodes, Output& o
     write_fact(output, "Spacing", pair_text(nodes.dx, nodes.dy));
 }
 
-void write_values(const GridStatistics& statistics, Output& output) {
+void write_values(const Survey& survey, Output& output) {
+    const auto& [statistics, unreadable] = survey;
+    if (unreadable.count > 0) {
+        write_fact(output, "Unreadable",
+                   std::to_string(unreadable.count) + " nodes between " +
+                       index_text(unreadable.lower) + " and " + index_text(unreadable.upper));
+        return;
+    }
     write_fact(output, "Masked",
                std::to_string(statistics.NMasked()) + " of " + std::to_string(statistics.NNodes()) +
                    " nodes");
     write_fact(output, "Values", values_text(statistics));
 }
 
+void write_values(const Survey& survey, JsonWriter& json) {
+    const auto& [statistics, unreadable] = survey;
+    if (unreadable.count > 0) {
+        json.Key("unreadable");
+        json.BeginObject(JsonWriter::Layout::Flat);
+        json.Key("nodes");
+        json.Whole(unreadable.count);
+        json.Key("lower");
+        write_index(json, unreadable.lower);
+        json.Key("upper");
+        write_index(json, unreadable.upper);
+        json.EndObject();
+        return;
+    }
+    json.Key("masked");
+    json.Whole(statistics.NMasked());
+    json.Key("minimum");
+    json.Number(statistics.Minimum());
+    json.Key("maximum");
+    json.Number(statistics.Maximum());
+    json.Key("mean");
+    json.Number(statistics.Mean());
+}
+
 void write_json(const GridInfoRequest& request, const Lattice& nodes,
-                const std::optional<GridStatistics>& statistics, Output& output) {
+                const std::optional<Survey>& survey, Output& output) {
     JsonWriter json(output);
     json.BeginObject();
     json.Key("name");
     json.Text(request.file);
     json.Key("nodes");
-    json.BeginList(JsonWriter::Layout::Flat);
-    json.Whole(nodes.width);
-    json.Whole(nodes.height);
-    json.EndList();
+    write_index(json, {nodes.width, nodes.height});
     json.Key("extent");
     write_extent(json, nodes);
     json.Key("spacing");
     write_pair(json, nodes.dx, nodes.dy);
-    if (statistics) {
-        json.Key("masked");
-        json.Whole(statistics->NMasked());
-        json.Key("minimum");
-        json.Number(statistics->Minimum());
-        json.Key("maximum");
-        json.Number(statistics->Maximum());
-        json.Key("mean");
-        json.Number(statistics->Mean());
-    }
+    if (survey) write_values(*survey, json);
     json.EndObject();
 }
 
@@ -84,19 +146,19 @@ void write_json(const GridInfoRequest& request, const Lattice& nodes,
 
 int run_grid_info(const GridInfoRequest& request, Output& output) {
     const auto grid = open_grid(request.file);
-    if (request.as_json) {
-        std::optional<GridStatistics> statistics;
-        if (!request.only_places) statistics = statistics_of(*grid);
-        write_json(request, grid->Nodes(), statistics, output);
-        return kGood;
-    }
-    write_place(request, grid->Nodes(), output);
-    if (!request.only_places) {
-        // Ahead of the walk, which a damaged block ends without any values.
+    if (!request.as_json) {
+        write_place(request, grid->Nodes(), output);
+        // Ahead of the walk, which may take its time.
         output.Flush();
-        write_values(statistics_of(*grid), output);
     }
-    return kGood;
+    std::optional<Survey> survey;
+    if (!request.only_places) survey = survey_of(*grid);
+    if (request.as_json) {
+        write_json(request, grid->Nodes(), survey, output);
+    } else if (survey) {
+        write_values(*survey, output);
+    }
+    return ended(request, survey);
 }
 
 }  // namespace zol::tool

@@ -39,15 +39,23 @@ Grid::Grid(const std::string& file) : handle_(ZOL_Grid_Open(file.c_str())) {
     nodes_ = lattice_of(handle_.get());
 }
 
-double Grid::Value(int i, int j) const {
+std::optional<double> Grid::ValueIfReadable(int i, int j) const {
     double value = 0;
     int is_masked = 0;
     if (ZOL_Grid_GetNodeValue(handle_.get(), &i, &j, &value, &is_masked) != 0) {
         if (ZOL_API_HasError() != 0) fail();
+        return std::nullopt;
+    }
+    return is_masked != 0 ? std::numeric_limits<double>::quiet_NaN() : value;
+}
+
+double Grid::Value(int i, int j) const {
+    const auto value = ValueIfReadable(i, j);
+    if (!value) {
         throw ReadFailure("node (" + std::to_string(i) + ", " + std::to_string(j) +
                           ") can't be read.");
     }
-    return is_masked != 0 ? std::numeric_limits<double>::quiet_NaN() : value;
+    return *value;
 }
 
 void Grid::ReadRow(int i, int j, std::span<double> values) const {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -22,6 +23,8 @@ public:
     const Lattice& Nodes() const { return nodes_; }
     /// NaN where the node is masked.
     double Value(int i, int j) const;
+    /// The same; nothing where the node can't be read.
+    std::optional<double> ValueIfReadable(int i, int j) const;
     /// The values of nodes (i, j), (i + 1, j), ..., as many as `values` has room for.
     void ReadRow(int i, int j, std::span<double> values) const;
 

@@ -22,6 +22,11 @@ struct Lattice {
     long long NNodes() const { return static_cast<long long>(width) * height; }
 };
 
+struct NodeIndex {
+    int i = 0;
+    int j = 0;
+};
+
 /// Neighbours in a row, from node (i, j) to the east; NaN where one is masked.
 struct Run {
     int i = 0;

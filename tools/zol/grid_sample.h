@@ -14,11 +14,6 @@ struct GridPlace {
     double v = 0;
 };
 
-struct NodeIndex {
-    int i = 0;
-    int j = 0;
-};
-
 /// Where a point lies; nothing for one outside the extent. A point nearer to a node's line
 /// than a millionth of the spacing counts as on it, since coordinates are rounded in
 /// files and by hand.

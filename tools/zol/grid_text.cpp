@@ -16,6 +16,10 @@ std::string pair_text(double x, double y) {
     return text;
 }
 
+std::string index_text(const NodeIndex& node) {
+    return "(" + std::to_string(node.i) + ", " + std::to_string(node.j) + ")";
+}
+
 std::string extent_text(const Lattice& nodes) {
     return pair_text(nodes.first_x, nodes.first_y) + " to " + pair_text(nodes.last_x, nodes.last_y);
 }
@@ -24,6 +28,13 @@ void write_pair(JsonWriter& json, double x, double y) {
     json.BeginList(JsonWriter::Layout::Flat);
     json.Number(x);
     json.Number(y);
+    json.EndList();
+}
+
+void write_index(JsonWriter& json, const NodeIndex& node) {
+    json.BeginList(JsonWriter::Layout::Flat);
+    json.Whole(node.i);
+    json.Whole(node.j);
     json.EndList();
 }
 
