@@ -201,7 +201,13 @@ void check_can_hold(const Omf1Blob& blob, std::uint64_t bytes) {
     }
 }
 
-void inflate_exactly(const File& file, const Omf1Blob& blob, void* to, std::size_t bytes) {
+std::uint64_t most_bytes_in(const Omf1Blob& blob) {
+    // A blob lies in a file: the product fits.
+    return (blob.length + 1) * kBestCompression;
+}
+
+std::optional<std::size_t> inflate_at_most(const File& file, const Omf1Blob& blob, void* to,
+                                           std::size_t room) {
     static_assert(std::endian::native == std::endian::little, "the arrays are little-endian");
     if (!file.IsUnchanged()) throw ReadError("the file was changed after it was opened");
     const std::vector<std::byte> compressed = file.ReadExactly(blob.start, blob.length);
@@ -211,23 +217,31 @@ void inflate_exactly(const File& file, const Omf1Blob& blob, void* to, std::size
     std::size_t used = 0;
     std::size_t written = 0;
     switch (libdeflate_zlib_decompress_ex(decompressor.get(), compressed.data(), compressed.size(),
-                                          to, bytes, &used, &written)) {
+                                          to, room, &used, &written)) {
         case LIBDEFLATE_SUCCESS:
             break;
         case LIBDEFLATE_INSUFFICIENT_SPACE:
-            throw ReadError(blob.name + " holds more than the expected " + std::to_string(bytes) +
-                            " bytes");
+            return std::nullopt;
         default:
             throw ReadError(blob.name + " is corrupt: the zlib stream at byte " +
                             std::to_string(blob.start) + " does not decompress");
     }
-    if (written != bytes) {
-        throw ReadError(blob.name + " holds " + std::to_string(written) + " bytes, " +
-                        std::to_string(bytes) + " are expected");
-    }
     if (used != compressed.size()) {
         throw ReadError(blob.name + " goes on for " + std::to_string(compressed.size() - used) +
                         " bytes behind its zlib stream");
+    }
+    return written;
+}
+
+void inflate_exactly(const File& file, const Omf1Blob& blob, void* to, std::size_t bytes) {
+    const std::optional<std::size_t> written = inflate_at_most(file, blob, to, bytes);
+    if (!written) {
+        throw ReadError(blob.name + " holds more than the expected " + std::to_string(bytes) +
+                        " bytes");
+    }
+    if (*written != bytes) {
+        throw ReadError(blob.name + " holds " + std::to_string(*written) + " bytes, " +
+                        std::to_string(bytes) + " are expected");
     }
 }
 

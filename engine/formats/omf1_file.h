@@ -75,6 +75,15 @@ private:
 /// well they compress: to be asked before anything is allocated for them.
 void check_can_hold(const Omf1Blob& blob, std::uint64_t bytes);
 
+/// The most bytes that the compressed bytes of a blob can hold.
+std::uint64_t most_bytes_in(const Omf1Blob& blob);
+
+/// Decompresses a blob of at most `room` bytes, and gives how many they are; nothing, and
+/// `to` is spoilt, when they are more. Throws ReadError when the stream is corrupt, and when
+/// the file was changed in the meantime.
+std::optional<std::size_t> inflate_at_most(const File& file, const Omf1Blob& blob, void* to,
+                                           std::size_t room);
+
 /// Decompresses a blob of exactly `bytes` bytes; throws ReadError when the stream is
 /// corrupt or holds fewer or more, and when the file was changed in the meantime.
 void inflate_exactly(const File& file, const Omf1Blob& blob, void* to, std::size_t bytes);

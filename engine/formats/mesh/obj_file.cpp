@@ -1,0 +1,292 @@
+#include "engine/formats/mesh/obj_file.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/formats/diagnostics.h"
+#include "engine/formats/mesh/line_numbers.h"
+#include "engine/formats/mesh/mesh_attributes.h"
+#include "engine/formats/mesh/mesh_limits.h"
+#include "engine/formats/mesh/obj_materials.h"
+#include "engine/formats/mesh/polygon.h"
+#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/read_error.h"
+
+namespace zol::engine {
+
+namespace {
+
+constexpr int kMostComments = 100;
+
+// Elements of one kind, which faces name by their number from 1, or from -1 backwards.
+struct Elements {
+    const char* name;
+    std::int64_t count = 0;
+    // The greatest number that was named before its element came, and where.
+    std::int64_t awaited = 0;
+    std::uint64_t awaiting_line = 0;
+};
+
+class ObjReader {
+public:
+    explicit ObjReader(const File& file) : file_(file), lines_(file) {}
+
+    MeshData Read() {
+        std::string_view line;
+        while (lines_.Next(line)) {
+            if (!line.empty() && line.back() == '\\') line = Joined(line);
+            if (line.size() > 2 && line[1] == ' ' && line[0] == 'v') {
+                ReadPoint(line.substr(2));
+            } else if (line.size() > 2 && line[1] == ' ' && line[0] == 'f') {
+                ReadFace(line.substr(2));
+            } else {
+                ReadOther(line);
+            }
+        }
+        Finish();
+        return std::move(mesh_);
+    }
+
+private:
+    // A line that a backslash joins to the next; comments end with their own line, since a
+    // folder's name in one may end so.
+    std::string_view Joined(std::string_view line) {
+        if (without_blanks(line).starts_with('#')) return line;
+        joined_.clear();
+        while (!line.empty() && line.back() == '\\') {
+            joined_ += line.substr(0, line.size() - 1);
+            joined_ += ' ';
+            if (joined_.size() > TextLines::kMostBytesOfLine) {
+                lines_.Refuse("too many lines are joined");
+            }
+            if (!lines_.Next(line)) return joined_;
+        }
+        joined_ += line;
+        return joined_;
+    }
+
+    [[gnu::always_inline]] void ReadPoint(std::string_view rest) {
+        MeshPoint point;
+        if (take_real(rest, point[0]) != Taken::Number ||
+            take_real(rest, point[1]) != Taken::Number ||
+            take_real(rest, point[2]) != Taken::Number) {
+            RefusePoint(rest);
+        }
+        if (!rest.empty()) ReadBehindPoint(rest, point);
+        if (!are_coordinates(point)) lines_.Refuse(kNoCoordinates);
+        if (mesh_.points.Size() >= kMostMeshElements) lines_.Refuse("there are too many points");
+        mesh_.points.Add(point);
+        ++points_.count;
+    }
+
+    // A weight, or a colour: three numbers or four.
+    void ReadBehindPoint(std::string_view rest, MeshPoint& point) {
+        double first = 0;
+        double number = 0;
+        int count = 0;
+        Taken taken;
+        while ((taken = take_real(rest, number)) == Taken::Number) {
+            if (count++ == 0) first = number;
+        }
+        if (taken == Taken::Rubbish) RefusePoint(rest);
+        has_colours_ = has_colours_ || count >= 3;
+        if (count == 1 && first != 0 && first != 1) {
+            for (double& coordinate : point) coordinate /= first;
+        }
+    }
+
+    [[noreturn]] void RefusePoint(std::string_view rest) {
+        const std::string_view word = take_word(rest);
+        lines_.Refuse(word.empty() ? "a vertex has less than three coordinates"
+                                   : quoted(word) + " is no number");
+    }
+
+    [[gnu::always_inline]] void ReadFace(std::string_view rest) {
+        using namespace line_numbers;
+        const char* const end = rest.data() + rest.size();
+        corners_.clear();
+        for (const char* at = behind_blanks(rest.data(), end); at != end && *at != '#';
+             at = behind_blanks(at, end)) {
+            const char* const corner = at;
+            corners_.push_back(static_cast<std::int32_t>(TakeIndex(at, corner, end, points_)));
+            // Either may be left out, with its slash or without.
+            if (*at == '/') {
+                ++at;
+                if (*at != '/' && !is_word_end(at, end)) TakeIndex(at, corner, end, textures_);
+                if (*at == '/' && !is_word_end(++at, end)) TakeIndex(at, corner, end, normals_);
+            }
+            if (!is_word_end(at, end)) RefuseCorner(corner, end);
+        }
+        AddFace();
+    }
+
+    // The number at `at` of a corner as an index from 0, and passes it.
+    [[gnu::always_inline]] std::int64_t TakeIndex(const char*& at, const char* corner,
+                                                  const char* end, Elements& elements) {
+        constexpr std::ptrdiff_t kMostDigits = 18;
+        const bool is_backwards = *at == '-';
+        at += is_backwards || *at == '+' ? 1 : 0;
+        const char* const first = at;
+        std::uint64_t digits = 0;
+        for (; line_numbers::digit(at) < 10; ++at) digits = digits * 10 + line_numbers::digit(at);
+        if (at == first || at - first > kMostDigits) RefuseCorner(corner, end);
+        const auto number = static_cast<std::int64_t>(digits);
+        if (number > 0 && number <= elements.count) {
+            return is_backwards ? elements.count - number : number - 1;
+        }
+        return IndexAhead(number, is_backwards, elements);
+    }
+
+    // A number from 1 may name what comes later in the file.
+    std::int64_t IndexAhead(std::int64_t number, bool is_backwards, Elements& elements) {
+        const std::string what = std::string(elements.name) + " ";
+        if (number == 0) lines_.Refuse("a face names " + what + "0; they are counted from 1");
+        if (is_backwards) {
+            lines_.Refuse("a face names " + what + "-" + std::to_string(number) + "; there are " +
+                          std::to_string(elements.count) + " so far");
+        }
+        if (number > static_cast<std::int64_t>(kMostMeshElements)) {
+            lines_.Refuse("a face names " + what + std::to_string(number));
+        }
+        if (number > elements.awaited) {
+            elements.awaited = number;
+            elements.awaiting_line = lines_.Number();
+        }
+        return number - 1;
+    }
+
+    [[noreturn]] void RefuseCorner(const char* corner, const char* end) {
+        std::string_view rest = line_numbers::from(corner, end);
+        lines_.Refuse(quoted(take_word(rest)) + " is no corner of a face");
+    }
+
+    [[gnu::always_inline]] void AddFace() {
+        ++faces_;
+        parts_ += begins_part_ ? 1 : 0;
+        begins_part_ = false;
+        if (corners_.size() == 3) [[likely]] {
+            mesh_.triangles.Add({corners_[0], corners_[1], corners_[2]});
+            materials_.Count(1);
+        } else {
+            AddPolygon();
+        }
+        if (mesh_.triangles.Size() > kMostMeshElements) {
+            lines_.Refuse("there are too many triangles");
+        }
+    }
+
+    void AddPolygon() {
+        if (corners_.size() < 3) {
+            lines_.Refuse("a face has " + std::to_string(corners_.size()) +
+                          " corners; three are the least");
+        }
+        const std::int32_t last = *std::max_element(corners_.begin(), corners_.end());
+        if (last >= points_.count) {
+            lines_.Refuse("a face of more than three corners names vertex " +
+                          std::to_string(std::int64_t{last} + 1) + "; there are " +
+                          std::to_string(points_.count) + " so far");
+        }
+        switch (parter_.Part(corners_, mesh_.points, mesh_.triangles)) {
+            case PolygonParter::Outcome::Parted:
+                break;
+            case PolygonParter::Outcome::Crossing:
+                if (crossing_++ == 0) crossing_line_ = lines_.Number();
+                break;
+            case PolygonParter::Outcome::TooInvolved:
+                lines_.Refuse("a face is too involved to be parted into triangles");
+        }
+        materials_.Count(corners_.size() - 2);
+    }
+
+    void ReadOther(std::string_view line) {
+        std::string_view rest = line;
+        const std::string_view keyword = take_word(rest);
+        if (keyword.empty()) return;
+        if (keyword.front() == '#') {
+            ReadComment(line);
+            return;
+        }
+        is_in_head_ = false;
+        if (keyword == "v") {
+            ReadPoint(rest);
+        } else if (keyword == "f") {
+            ReadFace(rest);
+        } else if (keyword == "vt") {
+            ++textures_.count;
+        } else if (keyword == "vn") {
+            ++normals_.count;
+        } else if (keyword == "usemtl") {
+            materials_.Use(rest);
+        } else if (keyword == "mtllib") {
+            materials_.AddLibraries(rest);
+        } else if (keyword == "o" || keyword == "g") {
+            begins_part_ = true;
+            if (keyword == "o" && name_.empty()) name_ = without_blanks(rest);
+        }
+    }
+
+    void ReadComment(std::string_view line) {
+        if (!is_in_head_ || mesh_.points.Size() > 0 || comments_ >= kMostComments) return;
+        const std::size_t begin = line.find_first_not_of("# \t");
+        if (begin == line.npos) return;
+        add_text("comment", without_blanks(line.substr(begin)), mesh_);
+        ++comments_;
+    }
+
+    void Finish() {
+        if (mesh_.points.IsEmpty()) throw ReadError("it has no points");
+        for (const Elements& elements : {points_, textures_, normals_}) {
+            if (elements.awaited <= elements.count) continue;
+            throw ReadError("line " + std::to_string(elements.awaiting_line) + ": a face names " +
+                            elements.name + " " + std::to_string(elements.awaited) +
+                            "; there are " + std::to_string(elements.count));
+        }
+        if (crossing_ > 0) {
+            report(file_.Path(), "faces that cross themselves: " + std::to_string(crossing_) +
+                                     ", the first in line " + std::to_string(crossing_line_));
+        }
+        mesh_.points.Trim();
+        mesh_.triangles.Trim();
+        if (has_colours_) mesh_.attributes.push_back({"vertex_colours", true});
+        add_text("name", name_, mesh_);
+        materials_.Finish(file_.Path(), mesh_);
+        add_source({.format = "OBJ",
+                    .parts = parts_,
+                    .points = points_.count,
+                    .faces = faces_,
+                    .has_polygons = true},
+                   mesh_);
+    }
+
+    const File& file_;
+    TextLines lines_;
+    MeshData mesh_;
+    Elements points_{"vertex"};
+    Elements textures_{"texture vertex"};
+    Elements normals_{"normal"};
+    std::vector<std::int32_t> corners_;
+    PolygonParter parter_;
+    ObjMaterials materials_;
+    std::string joined_;
+    std::string name_;
+    std::int64_t faces_ = 0;
+    std::int64_t parts_ = 0;
+    std::uint64_t crossing_ = 0;
+    std::uint64_t crossing_line_ = 0;
+    int comments_ = 0;
+    bool begins_part_ = true;
+    bool is_in_head_ = true;
+    bool has_colours_ = false;
+};
+
+}  // namespace
+
+MeshData read_obj(const File& file) {
+    return ObjReader(file).Read();
+}
+
+}  // namespace zol::engine
