@@ -23,6 +23,13 @@ struct ZOL_PLATFORM Coord3D {
     double z;
 };
 
+/// A point in space.
+struct Point3D {
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+};
+
 /// A point in the plane.
 struct Point2D {
     double x = 0.0;

@@ -1,0 +1,153 @@
+#include "engine/tri/mesh_sidecar.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "engine/formats/file.h"
+#include "engine/formats/json.h"
+#include "engine/formats/mesh/name_beside.h"
+#include "engine/formats/read_error.h"
+
+namespace zol::engine::tri {
+
+namespace {
+
+// No sidecar that people write comes near; what is larger is some other JSON file.
+constexpr std::uint64_t kLargestSidecar = std::uint64_t{64} << 20;
+
+std::string read_text(const std::string& path) {
+    const File file(path);
+    if (file.Size() > kLargestSidecar) throw ReadError("the file is too large for a sidecar");
+    const std::vector<std::byte> bytes = file.ReadExactly(0, file.Size());
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+int hex_digit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
+/// "#RRGGBB", or three whole numbers from 0 to 255.
+std::array<std::uint8_t, 3> read_colour(const JsonValue& value) {
+    std::array<std::uint8_t, 3> colour{};
+    if (value.IsText()) {
+        const std::string text = value.Text();
+        if (text.size() != 7 || text[0] != '#') value.Refuse("is no colour like \"#C06020\"");
+        for (std::size_t i = 0; i < colour.size(); ++i) {
+            const int high = hex_digit(text[1 + 2 * i]);
+            const int low = hex_digit(text[2 + 2 * i]);
+            if (high < 0 || low < 0) value.Refuse("is no colour like \"#C06020\"");
+            colour[i] = static_cast<std::uint8_t>(high * 16 + low);
+        }
+        return colour;
+    }
+    if (value.Size() != colour.size()) value.Refuse("is no colour: three numbers are expected");
+    for (std::size_t i = 0; i < colour.size(); ++i) {
+        const std::int64_t channel = value.At(i).Whole();
+        if (channel < 0 || channel > 255) value.At(i).Refuse("is not from 0 to 255");
+        colour[i] = static_cast<std::uint8_t>(channel);
+    }
+    return colour;
+}
+
+void read_look(const JsonValue& object, const std::string& sidecar, MeshLook& look) {
+    for (const JsonMember& member : object.Members()) {
+        if (member.key == "colour") {
+            look.colour = read_colour(member.value);
+        } else if (member.key == "translucency") {
+            const double translucency = member.value.Number();
+            if (!(translucency >= 0.0 && translucency <= 1.0)) {
+                member.value.Refuse("is not from 0, opaque, to 1, clear");
+            }
+            look.opacity = 1.0 - translucency;
+        } else if (member.key == "texture") {
+            if (member.value.IsNull()) {
+                look.texture.reset();
+                continue;
+            }
+            look.texture = name_beside(sidecar, member.value.Text());
+            if (!look.texture) member.value.Refuse("is no file of the sidecar's folder");
+        } else {
+            member.value.Refuse("is not known here; a look has colour, translucency and texture");
+        }
+    }
+}
+
+AttributeValue read_plain_value(const JsonValue& value) {
+    if (value.IsBool()) return value.Bool();
+    if (value.IsText()) return value.Text();
+    if (!value.IsNumber()) {
+        value.Refuse("is no value of an attribute: a text, a number or a boolean is expected");
+    }
+    // Whole numbers beyond 64 bits are doubles.
+    constexpr double kEnd = 9223372036854775808.0;
+    const double number = value.Number();
+    if (number == std::floor(number) && number >= -kEnd && number < kEnd) return value.Whole();
+    return number;
+}
+
+/// A value, or {"value": ..., "type": "MDY_Date"} where the value alone does not tell.
+TypedAttribute read_attribute(const JsonMember& member) {
+    if (!member.value.IsObject()) return typed({member.key, read_plain_value(member.value)});
+    AttributeValue value = read_plain_value(member.value.Get("value"));
+    const auto name = member.value.Find("type");
+    if (!name) return typed({member.key, std::move(value)});
+    const ubx::object::TypeDescriptor* const type = type_of_name(name->Text());
+    if (type == nullptr) {
+        name->Refuse(
+            "is no type; INT32, INT64, BOOLEAN, DOUBLE, STRING, YMD_Date, DMY_Date and MDY_Date "
+            "are");
+    }
+    const auto* const whole = std::get_if<std::int64_t>(&value);
+    if (whole != nullptr && name->Text() == "DOUBLE") value = member.value.Get("value").Number();
+    if (!is_value_of(value, *type)) {
+        member.value.Get("value").Refuse("can't be of type " + name->Text());
+    }
+    return {member.key, std::move(value), type};
+}
+
+/// In the place of all attributes of that name, or behind the others; null takes them away.
+void put_attribute(const JsonMember& member, std::vector<TypedAttribute>& attributes) {
+    const auto has_name = [&](const TypedAttribute& each) { return each.name == member.key; };
+    const auto place = std::find_if(attributes.begin(), attributes.end(), has_name);
+    if (member.value.IsNull()) {
+        attributes.erase(std::remove_if(place, attributes.end(), has_name), attributes.end());
+        return;
+    }
+    TypedAttribute attribute = read_attribute(member);
+    if (place == attributes.end()) {
+        attributes.push_back(std::move(attribute));
+        return;
+    }
+    *place = std::move(attribute);
+    attributes.erase(std::remove_if(place + 1, attributes.end(), has_name), attributes.end());
+}
+
+}  // namespace
+
+void apply_sidecar(const std::string& path, MeshLook& look,
+                   std::vector<TypedAttribute>& attributes) {
+    const std::string sidecar = path + ".json";
+    if (!File::Exists(sidecar)) return;
+    try {
+        const JsonDocument document(read_text(sidecar), JsonDocument::Dialect::Strict);
+        const JsonValue root = document.Root();
+        if (const auto stated = root.Find("mesh:look")) read_look(*stated, sidecar, look);
+        if (const auto stated = root.Find("mesh:attributes")) {
+            for (const JsonMember& member : stated->Members()) put_attribute(member, attributes);
+        }
+    } catch (const ReadError& error) {
+        throw ReadError("in the sidecar " + sidecar.substr(sidecar.rfind('/') + 1) + ": " +
+                        error.what());
+    }
+}
+
+}  // namespace zol::engine::tri
