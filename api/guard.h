@@ -41,6 +41,7 @@ inline constexpr Answers<int> kStatus{-1, 1};
 inline constexpr Answers<int> kPredicate{-1, -1};
 inline constexpr Answers<int> kCount{-1, -1};
 inline constexpr Answers<long long> kWide{-1, -1};
+inline constexpr Answers<double> kReal{-1.0, -1.0};
 template <class Handle>
 inline constexpr Answers<Handle*> kNewHandle{nullptr, nullptr};
 

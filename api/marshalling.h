@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string>
 
+#include "platform/colour.h"
 #include "platform/zolGeometryExport.h"
 
 namespace zol::api {
@@ -35,6 +37,13 @@ inline void store(const geometry::Coord3D& from, double* x, double* y, double* z
     *x = from.x;
     *y = from.y;
     *z = from.z;
+}
+
+inline void store(graphics::RGB from, int* red, int* green, int* blue) {
+    constexpr std::uint32_t kByte = 0xFF;
+    *red = static_cast<int>(from.value & kByte);
+    *green = static_cast<int>(from.value >> 8 & kByte);
+    *blue = static_cast<int>(from.value >> 16 & kByte);
 }
 
 inline void store(const geometry::Point2D& from, double* x, double* y) {

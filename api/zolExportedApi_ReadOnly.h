@@ -1,5 +1,5 @@
 /*
- * Block models and grids read through flat functions.
+ * Block models, triangulations and grids read through flat functions.
  *
  * Life cycle: call ZOL_API_Init once, then open, read and close. Before that every
  * guarded function fails with "ZOL_API not initialised.". There is no shut-down call. The
@@ -17,6 +17,7 @@
  *   predicate (Is..., Has...)           1 true, 0 false   -1       -1
  *   count (N...)                        the count         -1       -1
  *   64-bit result                       the value         -1       -1
+ *   double result                       the value         -1.0     -1.0
  *   handle                              a new handle      NULL     NULL
  *
  * A function that departs from this table says so. A predicate's -1 is not true: compare
@@ -56,6 +57,9 @@ extern "C" {
 
 /** An open block model. */
 typedef struct BlockModelHandle BlockModelHandle;
+
+/** An open triangulation. */
+typedef struct TriangulationHandle TriangulationHandle;
 
 /** An open grid. */
 typedef struct GridHandle GridHandle;
@@ -720,6 +724,379 @@ ZOL_EXPORTED int ZOL_BlockModel_FindXyz(BlockModelHandle* handle, const double* 
  */
 ZOL_EXPORTED int ZOL_BlockModel_FindWorldXyz(BlockModelHandle* handle, const double* x,
                                              const double* y, const double* z);
+
+/* ---- Triangulations ---------------------------------------------------------------
+ * A triangulation is a mesh of points and triangles. Both are counted from 0 in the order of
+ * the file; the corners of a triangle are points of the same triangulation. Coordinates are
+ * in the unit of the file. docs/triangulations.md tells how the questions about shape are
+ * answered.
+ */
+
+/**
+ * Opens a triangulation for reading, from one of the formats of docs/formats. Why a file does
+ * not open is told on the diagnostics channel, which the environment variable ZOL_DIAGNOSTICS
+ * turns on (docs/diagnostics.md). A file without points does not open.
+ * file_name in, the name of the file; "file#element" picks an element of a file that holds
+ *           several; without it the first is taken. Borrowed for this call.
+ * Results:
+ *   a handle  Owned by the caller; end with ZOL_Triangulation_Close
+ *   NULL      "ZOL_Triangulation_Open error opening/loading <file_name>", the name exactly as
+ *             passed
+ *   NULL      "ZOL_API not initialised."
+ */
+ZOL_EXPORTED TriangulationHandle* ZOL_Triangulation_Open(const char* file_name);
+
+/**
+ * Closes a triangulation and ends its handle.
+ * handle    in. Taken over on success, borrowed on failure.
+ * Results:
+ *   0   closed; the handle is gone
+ *   1   "ZOL_Triangulation_Close Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_Close(TriangulationHandle* handle);
+
+/**
+ * Tells whether a handle stands for a triangulation that has points.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it does
+ *   -1  "ZOL_Triangulation_IsValid Triangulation contains zero points."
+ *   -1  "ZOL_Triangulation_IsValid Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ * Departure: it never answers 0.
+ */
+ZOL_EXPORTED int ZOL_Triangulation_IsValid(TriangulationHandle* handle);
+
+/**
+ * The colour that the whole triangulation is shown in.
+ * handle    in. Borrowed for this call.
+ * red, green, blue  out, each 0 to 255
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetColour Triangulation not defined."; the outputs stay
+ *   -1  "ZOL_API not initialised."; the outputs stay
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetColour(TriangulationHandle* handle, int* red, int* green,
+                                             int* blue);
+
+/**
+ * Tells whether the triangulation is to be shown translucent.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it is
+ *   0   it is opaque
+ *   -1  "ZOL_Triangulation_IsTranslucent Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_IsTranslucent(TriangulationHandle* handle);
+
+/**
+ * How translucent the triangulation is: from 0, opaque, to 1, clear.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   the translucency
+ *   -1.0  "ZOL_Triangulation_GetTranslucency Triangulation not defined."
+ *   -1.0  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED double ZOL_Triangulation_GetTranslucency(TriangulationHandle* handle);
+
+/**
+ * Tells whether the triangulation has a texture.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it has
+ *   0   it has none
+ *   -1  "ZOL_Triangulation_IsTextured Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_IsTextured(TriangulationHandle* handle);
+
+/**
+ * The name of the texture, empty where there is none.
+ * handle    in. Borrowed for this call.
+ * buffer    out, 255 bytes, all written: the name cut at 254 characters, then NUL
+ * Results:
+ *   0   success, without a texture too
+ *   1   "ZOL_Triangulation_GetTexture Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetTexture(TriangulationHandle* handle, char* buffer);
+
+/**
+ * The number of points.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   the number
+ *   -1  "ZOL_Triangulation_NumPoints Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_NumPoints(TriangulationHandle* handle);
+
+/**
+ * A point.
+ * handle    in. Borrowed for this call.
+ * index     in, from 0 to below ZOL_Triangulation_NumPoints
+ * x, y, z   out
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetPoint Triangulation not defined."
+ *   1   "ZOL_Triangulation_GetPoint Invalid point index."
+ *   -1  "ZOL_API not initialised."
+ * The outputs stay on each failure.
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetPoint(TriangulationHandle* handle, const int* index,
+                                            double* x, double* y, double* z);
+
+/**
+ * The number of triangles, which may be 0.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   the number
+ *   -1  "ZOL_Triangulation_NumTriangles Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_NumTriangles(TriangulationHandle* handle);
+
+/**
+ * The corners of a triangle.
+ * handle    in. Borrowed for this call.
+ * index     in, from 0 to below ZOL_Triangulation_NumTriangles
+ * first, second, third  out, indices of points
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetTriangle Triangulation not defined."
+ *   1   "ZOL_Triangulation_GetTriangle triangle index invalid", without a full stop
+ *   -1  "ZOL_API not initialised."
+ * The outputs stay on each failure.
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetTriangle(TriangulationHandle* handle, const int* index,
+                                               int* first, int* second, int* third);
+
+/**
+ * The volume that the triangulation encloses, in cubed units of its coordinates, never below
+ * 0: by signed tetrahedra against one point (Gauss's theorem). 0 for one that is not closed.
+ * handle    in. Borrowed for this call.
+ * volume    out
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetVolume Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetVolume(TriangulationHandle* handle, double* volume);
+
+/**
+ * Tells whether the triangulation is a solid: consistent, without a border edge, and of a
+ * volume that is not 0.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it is
+ *   0   it is not
+ *   -1  "ZOL_Triangulation_IsSolid Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_IsSolid(TriangulationHandle* handle);
+
+/**
+ * Tells whether the triangulation is a surface: not a solid, and met by no vertical line in
+ * more than one point.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it is
+ *   0   it is not
+ *   -1  "ZOL_Triangulation_IsSurface Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_IsSurface(TriangulationHandle* handle);
+
+/**
+ * Tells whether the triangulation crosses itself: two of its triangles meet in more than a
+ * shared corner or edge. Decided exactly.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it does
+ *   0   it does not
+ *   -1  "ZOL_Triangulation_IsCrossing Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_IsCrossing(TriangulationHandle* handle);
+
+/**
+ * Tells whether the triangulation is consistent: no edge has more than two triangles, and two
+ * at an edge run along it in opposite directions.
+ * handle    in. Borrowed for this call.
+ * Results:
+ *   1   it is
+ *   0   it is not
+ *   -1  "ZOL_Triangulation_IsConsistent Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_IsConsistent(TriangulationHandle* handle);
+
+/**
+ * Tells whether a point is inside the triangulation: whether the surface winds round it. A
+ * triangulation that is not closed has no inside. Decided exactly, also near the surface.
+ * handle    in. Borrowed for this call.
+ * x, y, z   in
+ * Results:
+ *   1   it is
+ *   0   it is not
+ *   -1  "ZOL_Triangulation_IsPointInside Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_IsPointInside(TriangulationHandle* handle, const double* x,
+                                                 const double* y, const double* z);
+
+/**
+ * Tells whether a point is on the triangulation: no farther from it than a tolerance.
+ * handle    in. Borrowed for this call.
+ * x, y, z   in
+ * tolerance in, in the unit of the coordinates; 0 asks for a point exactly on a triangle
+ * Results:
+ *   1   it is
+ *   0   it is not
+ *   -1  "ZOL_Triangulation_IsPointOn Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_IsPointOn(TriangulationHandle* handle, const double* x,
+                                             const double* y, const double* z,
+                                             const double* tolerance);
+
+/**
+ * The names of all attributes, in the order of the file. A name may occur twice; the functions
+ * below then find the first.
+ * handle    in. Borrowed for this call.
+ * names     in, an array of pointers to buffers of 255 bytes, one for each attribute; no call
+ *           tells beforehand how many there are. All bytes of the buffers that are used are
+ *           written: the name cut at 254 characters, then NUL. Further ones are not touched
+ * count     out, the number of attributes
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetAttributeNames Triangulation not defined."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetAttributeNames(TriangulationHandle* handle, char** names,
+                                                     int* count);
+
+/**
+ * What type an attribute has.
+ * handle    in. Borrowed for this call.
+ * name      in, letter case counts. Borrowed for this call.
+ * type      out: 1 INT32, 2 INT64, 3 BOOLEAN, 4 DOUBLE, 5 STRING, and dates as text: 6
+ *           year/month/day, 7 day/month/year, 8 month/day/year; 0 any other
+ * Results:
+ *   0   success, for a type without a number too
+ *   1   "ZOL_Triangulation_GetAttributeType Triangulation not defined."
+ *   1   "ZOL_Triangulation_GetAttributeType Could not find attribute."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetAttributeType(TriangulationHandle* handle, const char* name,
+                                                    int* type);
+
+/**
+ * The value of an attribute as a 32-bit number. An INT64 gives its low 32 bits; a DOUBLE is
+ * cut towards zero, and gives -2147483648 where that does not fit; a text must be a sign,
+ * digits, a point and digits, each of which may be missing, though not all, and is read as
+ * atoi reads it: as far as it is a whole number; what does not fit 32 bits is of no use.
+ * handle    in. Borrowed for this call.
+ * name      in, letter case counts. Borrowed for this call.
+ * value     out
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetAttributeAsInt32 Triangulation not defined."
+ *   1   "ZOL_Triangulation_GetAttributeAsInt32 Could not find attribute."
+ *   1   "ZOL_Triangulation_GetAttributeAsInt32 Attribute value is not a number."
+ *   -1  "ZOL_API not initialised."
+ * The output stays on each failure.
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetAttributeAsInt32(TriangulationHandle* handle,
+                                                       const char* name, int* value);
+
+/**
+ * The value of an attribute as a 64-bit number: as ZOL_Triangulation_GetAttributeAsInt32 but
+ * for the wider result, in which a DOUBLE that does not fit gives the least number. A text
+ * still reaches no further than 32 bits.
+ * handle    in. Borrowed for this call.
+ * name      in, letter case counts. Borrowed for this call.
+ * value     out
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetAttributeAsInt64 Triangulation not defined."
+ *   1   "ZOL_Triangulation_GetAttributeAsInt64 Could not find attribute."
+ *   1   "ZOL_Triangulation_GetAttributeAsInt64 Attribute value is not a number."
+ *   -1  "ZOL_API not initialised."
+ * The output stays on each failure.
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetAttributeAsInt64(TriangulationHandle* handle,
+                                                       const char* name, long long* value);
+
+/**
+ * The value of an attribute as true or false: for a number whether it is not 0; NaN is true. A
+ * text is no truth value, whether it says TRUE, FALSE, 0 or 1; the one exception are texts
+ * that begin with "(0|TRUE|FALSE)" or "(1|TRUE|FALSE)" and are false.
+ * handle    in. Borrowed for this call.
+ * name      in, letter case counts. Borrowed for this call.
+ * value     out, 1 or 0
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetAttributeAsBoolean Triangulation not defined."
+ *   1   "ZOL_Triangulation_GetAttributeAsBoolean Could not find attribute."
+ *   1   "ZOL_Triangulation_GetAttributeAsBoolean Attribute value is not a boolean."
+ *   -1  "ZOL_API not initialised."
+ * The output stays on each failure.
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetAttributeAsBoolean(TriangulationHandle* handle,
+                                                         const char* name, int* value);
+
+/**
+ * The value of an attribute as a double. A text must be a decimal number that ends in a digit:
+ * 1.0, 1e5 and +.5 are read, "1." is not.
+ * handle    in. Borrowed for this call.
+ * name      in, letter case counts. Borrowed for this call.
+ * value     out
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetAttributeAsDouble Triangulation not defined."
+ *   1   "ZOL_Triangulation_GetAttributeAsDouble Could not find attribute."
+ *   1   "ZOL_Triangulation_GetAttributeAsDouble Attribute value is not a number."
+ *   -1  "ZOL_API not initialised."
+ * The output stays on each failure.
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetAttributeAsDouble(TriangulationHandle* handle,
+                                                        const char* name, double* value);
+
+/**
+ * The value of an attribute as text, whatever its type. A number has at most six decimals.
+ * handle    in. Borrowed for this call.
+ * name      in, letter case counts. Borrowed for this call.
+ * buffer    out, 255 bytes, all written: the text cut at 254 characters, then NUL
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetAttributeAsString Triangulation not defined."
+ *   1   "ZOL_Triangulation_GetAttributeAsString Could not find attribute."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetAttributeAsString(TriangulationHandle* handle,
+                                                        const char* name, char* buffer);
+
+/**
+ * The value of a date attribute. Its type says in which order its text has the fields; the
+ * text is four digits for the year and two each for month and day, with slashes between. No
+ * calendar is asked: 9999/99/99 is read as it stands.
+ * handle    in. Borrowed for this call.
+ * name      in, letter case counts. Borrowed for this call.
+ * year, month, day  out, in this order whatever the order of the text
+ * Results:
+ *   0   success
+ *   1   "ZOL_Triangulation_GetAttributeAsDate Triangulation not defined."
+ *   1   "ZOL_Triangulation_GetAttributeAsDate Could not find attribute."
+ *   1   "ZOL_Triangulation_GetAttributeAsDate Attribute value is not a date."
+ *   -1  "ZOL_API not initialised."
+ * The outputs stay on each failure. In a text of several lines any line may be the date, but
+ * the fields are read from the start of the text: those that are not there stay.
+ */
+ZOL_EXPORTED int ZOL_Triangulation_GetAttributeAsDate(TriangulationHandle* handle, const char* name,
+                                                      int* year, int* month, int* day);
 
 /* ---- Grids ------------------------------------------------------------------------
  * A grid is a regular lattice of nodes, each with a value. The first index runs east, along

@@ -12,7 +12,9 @@ set_target_properties(zol PROPERTIES INSTALL_RPATH "$ORIGIN/${zol_bin_to_lib}")
 target_include_directories(zolExportedApi_ReadOnly INTERFACE
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 
-install(TARGETS zolExportedApi_ReadOnly zolBlockExport zolGridExport zolGeometryExport ZelmarDevAExport
+install(TARGETS
+    zolExportedApi_ReadOnly
+    zolBlockExport zolTriangulationExport zolGridExport zolGeometryExport ZelmarDevAExport
     EXPORT zolTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 # Loaded by the grid library when a raster is opened.

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "api/zolExportedApi_ReadOnly.h"
+#include "api/zolExportedApi_ReadOnly.hpp"
 
 namespace zol::testing {
 
@@ -15,7 +16,7 @@ inline std::string pending_error() {
 
 /// Leaves an error pending, whatever is initialised or open.
 inline void make_error_pending() {
-    ZOL_BlockModel_NBlocks(nullptr);
+    ZOL_API_SetErrorMessage("pending");
 }
 
 }  // namespace zol::testing
