@@ -21,6 +21,7 @@ using AddCommands = void (*)(CLI::App& app, Action& chosen);
 
 void add_block_commands(CLI::App& app, Action& chosen);
 void add_grid_commands(CLI::App& app, Action& chosen);
+void add_mesh_commands(CLI::App& app, Action& chosen);
 void add_message_commands(CLI::App& app, Action& chosen);
 void add_variant_commands(CLI::App& app, Action& chosen);
 

@@ -16,6 +16,7 @@ namespace {
 constexpr AddCommands kGroups[] = {
     add_block_commands,
     add_grid_commands,
+    add_mesh_commands,
     add_message_commands,
     add_variant_commands,
 };

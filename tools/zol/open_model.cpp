@@ -62,4 +62,8 @@ std::unique_ptr<Grid> open_grid(const std::string& file) {
     return opened<Grid>(file, "'" + file + "' can't be opened as a grid.");
 }
 
+std::unique_ptr<Mesh> open_mesh(const std::string& file) {
+    return opened<Mesh>(file, "'" + file + "' can't be opened as a mesh.");
+}
+
 }  // namespace zol::tool

@@ -7,6 +7,7 @@
 
 #include "tools/zol/block_model.h"
 #include "tools/zol/grid.h"
+#include "tools/zol/mesh.h"
 
 namespace zol::tool {
 
@@ -17,5 +18,6 @@ void turn_diagnostics_on();
 /// Throw ReadFailure with what a person can do about it.
 std::unique_ptr<BlockModel> open_model(const std::string& file);
 std::unique_ptr<Grid> open_grid(const std::string& file);
+std::unique_ptr<Mesh> open_mesh(const std::string& file);
 
 }  // namespace zol::tool

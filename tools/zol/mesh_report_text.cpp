@@ -1,0 +1,118 @@
+#include <algorithm>
+
+#include "tools/zol/layout.h"
+#include "tools/zol/mesh_attributes.h"
+#include "tools/zol/mesh_report.h"
+#include "tools/zol/number_text.h"
+
+namespace zol::tool {
+
+namespace {
+
+void write_fact(Output& output, const char* label, const std::string& text) {
+    constexpr std::size_t kLabelWidth = 14;
+    write_line(output, padded(label, kLabelWidth) + text);
+}
+
+const char* yes_or_no(bool value) {
+    return value ? "yes" : "no";
+}
+
+std::string computed_text(double value) {
+    constexpr int kDigits = 12;
+    return std::string(rounded_text(value, kDigits));
+}
+
+std::string counted(std::size_t number, const char* one, const char* several) {
+    return std::to_string(number) + ' ' + (number == 1 ? one : several);
+}
+
+/// "3 edges with one triangle, the first from 0 0 0 to 1 0 0"
+std::string fault_text(const EdgeFault& fault, const char* kind) {
+    const auto& [from, to] = *fault.first;
+    return counted(fault.number, "edge", "edges") + ' ' + kind +
+           (fault.number == 1 ? ", from " : ", the first from ") + point_text(from) + " to " +
+           point_text(to);
+}
+
+void write_edges(const EdgeReport& edges, Output& output) {
+    const auto write_fault = [&](const char* label, const EdgeFault& fault, const char* kind) {
+        if (fault.number > 0) write_fact(output, label, fault_text(fault, kind));
+    };
+    write_fault("  border", edges.border, "with one triangle");
+    write_fault("  crowded", edges.crowded, "with more than two triangles");
+    write_fault("  misdirected", edges.misdirected,
+                "with two triangles that run along it in the same direction");
+}
+
+std::string volume_text(const MeshReport& report) {
+    if (report.volume) return computed_text(*report.volume);
+    return report.n_triangles == 0 ? "none: there are no triangles" : "none: it is not closed";
+}
+
+std::string crossings_text(const CrossingReport& crossings) {
+    const bool is_one = crossings.is_complete && crossings.number == 1;
+    const auto near = [](double coordinate) { return std::string(coordinate_text(coordinate)); };
+    return std::string("yes: ") + (crossings.is_complete ? "" : "at least ") +
+           counted(crossings.number, "pair", "pairs") + " of triangles, " +
+           (is_one ? "" : "the first ") + std::to_string(crossings.first.first) + " and " +
+           std::to_string(crossings.first.second) + " near " + near(crossings.near.x) + ' ' +
+           near(crossings.near.y) + ' ' + near(crossings.near.z);
+}
+
+std::string translucency_text(const Appearance& look) {
+    return std::string(number_text(static_cast<float>(look.translucency))) +
+           (look.is_translucent ? "" : ", opaque");
+}
+
+void write_attributes(const std::vector<MeshAttribute>& attributes, Output& output) {
+    write_line(output, "");
+    write_line(output, "Attributes (" + std::to_string(attributes.size()) + ")");
+    std::size_t width = 0;
+    for (const MeshAttribute& attribute : attributes) {
+        width = std::max(width, display_width(attribute.name));
+    }
+    constexpr std::size_t kTypeWidth = 7;
+    for (const MeshAttribute& attribute : attributes) {
+        const bool is_alone = attribute.n_same == 1;
+        write_line(
+            output,
+            "  " + padded(attribute.name, width) + "  " + padded(attribute.type, kTypeWidth) +
+                "  " + value_text(attribute) +
+                (is_alone ? "" : "  (" + std::to_string(attribute.n_same) + " of this name)"));
+    }
+}
+
+}  // namespace
+
+void write_report(const MeshReport& report, Output& output) {
+    write_fact(output, "Mesh", report.name);
+    write_fact(output, "Points", std::to_string(report.n_points));
+    const std::string degenerate =
+        report.n_degenerate == 0 ? ""
+                                 : ", " + std::to_string(report.n_degenerate) + " without area";
+    write_fact(output, "Triangles", std::to_string(report.n_triangles) + degenerate);
+    write_fact(output, "Extent", box_text(report.extent));
+    write_fact(output, "Area", computed_text(report.area));
+    write_fact(output, "Volume", volume_text(report));
+    write_fact(output, "Solid", yes_or_no(report.is_solid));
+    write_fact(output, "Consistent", yes_or_no(report.is_consistent));
+    write_edges(report.edges, output);
+}
+
+void write_meetings(const MeshMeetings& meetings, Output& output) {
+    write_fact(output, "Surface", yes_or_no(meetings.is_surface));
+    write_fact(output, "Crossing", meetings.crossings ? crossings_text(*meetings.crossings) : "no");
+}
+
+void write_look(const Mesh& mesh, Output& output) {
+    const Appearance look = mesh.Look();
+    const auto& [red, green, blue] = look.colour;
+    write_fact(output, "Colour",
+               std::to_string(red) + ' ' + std::to_string(green) + ' ' + std::to_string(blue));
+    write_fact(output, "Translucency", translucency_text(look));
+    write_fact(output, "Texture", look.is_textured ? look.texture : "none");
+    write_attributes(attributes_of(mesh), output);
+}
+
+}  // namespace zol::tool
