@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# From a fresh clone to values of real block models and grids, in one command.
+# From a fresh clone to what is in real block models, meshes and grids, in one command.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/steps.sh"
 
@@ -18,6 +18,9 @@ show zol blocks samples/blocks/estimate_regular.csv --first 5
 show zol at samples/blocks/estimate_regular.csv --world 106 4 58
 show zol info samples/blocks/made_subblocked.csv
 show zol blocks samples/omf/test_file.omf --first 5
+show zol mesh info samples/tri/Mpz_ore_unit.stl
+show zol mesh info samples/tri/gebco_coastal.stl
+show zol mesh contains samples/tri/ballA.off 0 0 0
 show zol grid info samples/grid/n43.tif
 show zol grid at samples/grid/n43.tif -79.402 43.658
 show zol grid plot samples/grid/warp_52_dem.tif -o build/relief.png
