@@ -15,11 +15,17 @@ namespace zol::engine::geometry {
 /// coordinates of like size is exact.
 inline Point local_origin(std::span<const Point> points) {
     Point origin{};
-    for (std::size_t axis = 0; axis < 3 && !points.empty(); ++axis) {
-        const auto [least, greatest] = std::minmax_element(
-            points.begin(), points.end(),
-            [axis](const Point& a, const Point& b) { return a[axis] < b[axis]; });
-        origin[axis] = std::nearbyint((*least)[axis] / 2 + (*greatest)[axis] / 2);
+    if (points.empty()) return origin;
+    Point least = points.front();
+    Point greatest = least;
+    for (const Point& point : points) {
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            least[axis] = std::min(least[axis], point[axis]);
+            greatest[axis] = std::max(greatest[axis], point[axis]);
+        }
+    }
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        origin[axis] = std::nearbyint(least[axis] / 2 + greatest[axis] / 2);
     }
     return origin;
 }

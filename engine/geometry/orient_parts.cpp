@@ -6,41 +6,11 @@
 #include <numeric>
 #include <utility>
 
-#include "engine/geometry/weld.h"
+#include "engine/geometry/edge_sides.h"
 
 namespace zol::engine::geometry {
 
 namespace {
-
-struct Side {
-    std::int32_t lower;
-    std::int32_t upper;
-    std::uint32_t triangle;
-    bool downwards;
-
-    bool SharesEdgeWith(const Side& other) const {
-        return lower == other.lower && upper == other.upper;
-    }
-};
-
-std::vector<Side> sides_by_edge(std::span<const Triangle> triangles) {
-    std::vector<Side> sides;
-    sides.reserve(triangles.size() * 3);
-    for (std::size_t t = 0; t < triangles.size(); ++t) {
-        const Triangle& triangle = triangles[t];
-        if (repeats_corner(triangle)) continue;
-        for (std::size_t corner = 0; corner < 3; ++corner) {
-            const std::int32_t from = triangle[corner];
-            const std::int32_t to = triangle[(corner + 1) % 3];
-            sides.push_back(
-                {std::min(from, to), std::max(from, to), static_cast<std::uint32_t>(t), from > to});
-        }
-    }
-    std::sort(sides.begin(), sides.end(), [](const Side& a, const Side& b) {
-        return std::pair(a.lower, a.upper) < std::pair(b.lower, b.upper);
-    });
-    return sides;
-}
 
 /// Sets of triangles, each with a turn against the head of its set (union-find with
 /// parity, by size and with path halving).
@@ -90,26 +60,31 @@ private:
     std::vector<std::uint8_t> turned_;
 };
 
+/// Of the points that the triangles name.
+std::size_t point_count(std::span<const Triangle> triangles) {
+    std::int32_t greatest = 0;
+    for (const Triangle& t : triangles) greatest = std::max({greatest, t[0], t[1], t[2]});
+    return static_cast<std::size_t>(greatest) + 1;
+}
+
 /// False where the triangles can't be oriented.
-bool unite_over_edges(const std::vector<Side>& sides, Parts& parts) {
-    for (std::size_t first = 0; first < sides.size();) {
-        std::size_t end = first + 1;
-        while (end < sides.size() && sides[end].SharesEdgeWith(sides[first])) ++end;
-        if (end - first == 2) {
-            const Side& a = sides[first];
-            const Side& b = sides[first + 1];
-            if (!parts.Unite(a.triangle, b.triangle, a.downwards == b.downwards)) return false;
-        }
-        first = end;
-    }
-    return true;
+bool unite_over_edges(EdgeSides sides, Parts& parts) {
+    bool can_be = true;
+    sides.ForEachEdge([&](std::int32_t, std::span<const Side> edge) {
+        if (!can_be || edge.size() != 2) return;
+        can_be = parts.Unite(edge[0].Triangle(), edge[1].Triangle(),
+                             edge[0].IsDownwards() == edge[1].IsDownwards());
+    });
+    return can_be;
 }
 
 }  // namespace
 
 std::optional<std::vector<bool>> turns_to_orient(std::span<const Triangle> triangles) {
     Parts parts(triangles.size());
-    if (!unite_over_edges(sides_by_edge(triangles), parts)) return std::nullopt;
+    if (!unite_over_edges(EdgeSides(point_count(triangles), triangles), parts)) {
+        return std::nullopt;
+    }
 
     std::vector<std::uint32_t> turned_of_part(triangles.size(), 0);
     std::vector<std::uint32_t> size_of_part(triangles.size(), 0);

@@ -20,6 +20,10 @@ int orient2d(double ax, double ay, double bx, double by, double px, double py) {
 }
 
 int orient3d(const Point& a, const Point& b, const Point& c, const Point& p) {
+    // Floors, benches and walls: most of what has to be told exactly lies in such a plane.
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        if (a[axis] == p[axis] && b[axis] == p[axis] && c[axis] == p[axis]) return 0;
+    }
     const Expansion<2> adx = difference(a[0], p[0]);
     const Expansion<2> ady = difference(a[1], p[1]);
     const Expansion<2> adz = difference(a[2], p[2]);

@@ -65,6 +65,34 @@ Stance stance_of(const Corners& t) {
     return normal.IsZero() ? Stance::WithoutArea : Stance::Vertical;
 }
 
+/// For each triangle the number of the set that it is of, such that two of one set meet no
+/// vertical line at different heights: those without area, and those that have the same
+/// three points. A file may hold any number of either at one place, and a look at each pair
+/// of them would not end. 0 for a triangle that is alone.
+std::vector<std::uint32_t> sets_of_alike(const MeshView& mesh, const std::vector<Stance>& stances) {
+    constexpr std::uint32_t kWithoutArea = 1;
+    constexpr std::uint32_t kFirstOfSame = 2;
+    std::vector<std::uint32_t> sets(stances.size(), 0);
+    std::vector<std::pair<Triangle, std::uint32_t>> lying;
+    for (std::size_t t = 0; t < stances.size(); ++t) {
+        if (stances[t] == Stance::WithoutArea) {
+            sets[t] = kWithoutArea;
+            continue;
+        }
+        Triangle sorted = mesh.triangles[t];
+        std::sort(sorted.begin(), sorted.end());
+        lying.emplace_back(sorted, static_cast<std::uint32_t>(t));
+    }
+    std::sort(lying.begin(), lying.end());
+    for (std::size_t i = 1; i < lying.size(); ++i) {
+        if (lying[i].first != lying[i - 1].first) continue;
+        std::uint32_t& set = sets[lying[i - 1].second];
+        if (set == 0) set = kFirstOfSame + static_cast<std::uint32_t>(i);
+        sets[lying[i].second] = set;
+    }
+    return sets;
+}
+
 }  // namespace
 
 std::optional<std::pair<std::uint32_t, std::uint32_t>> some_second_height(const MeshView& mesh) {
@@ -78,7 +106,8 @@ std::optional<std::pair<std::uint32_t, std::uint32_t>> some_second_height(const 
     }
     const TriangleTree tree(mesh, TriangleTree::Bounds::Plan);
     std::optional<std::pair<std::uint32_t, std::uint32_t>> found;
-    tree.AnyPair([&](std::uint32_t left, std::uint32_t right) {
+    const TriangleTree::Groups alike(tree, sets_of_alike(mesh, stances));
+    tree.AnyPair(alike, [&](std::uint32_t left, std::uint32_t right) {
         if (stances[left] != Stance::Lying || stances[right] != Stance::Lying) return false;
         const Corners l = corners(mesh, left);
         const Corners r = corners(mesh, right);

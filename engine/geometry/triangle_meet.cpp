@@ -6,56 +6,12 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/geometry/in_plane.h"
 #include "engine/geometry/orientation.h"
 
 namespace zol::engine::geometry {
 
 namespace {
-
-bool is_one_sided(int a, int b, int c) {
-    return std::min({a, b, c}) >= 0 || std::max({a, b, c}) <= 0;
-}
-
-bool is_between(double value, double a, double b) {
-    return std::min(a, b) <= value && value <= std::max(a, b);
-}
-
-/// Questions about points of one plane, seen along an axis.
-template <std::size_t U, std::size_t V>
-struct InPlane {
-    static int Side(const Point& a, const Point& b, const Point& p) {
-        return orient2d<U, V>(a, b, p);
-    }
-
-    static bool PointMeets(const Point& p, const Corners& t) {
-        return is_one_sided(Side(t.a, t.b, p), Side(t.b, t.c, p), Side(t.c, t.a, p));
-    }
-
-    /// For a p on the line of a and b.
-    static bool IsWithin(const Point& a, const Point& b, const Point& p) {
-        return is_between(p[U], a[U], b[U]) && is_between(p[V], a[V], b[V]);
-    }
-
-    static bool SegmentsMeet(const Point& p, const Point& q, const Point& a, const Point& b) {
-        const int side_a = Side(p, q, a);
-        const int side_b = Side(p, q, b);
-        const int side_p = Side(a, b, p);
-        const int side_q = Side(a, b, q);
-        if (side_a * side_b < 0 && side_p * side_q < 0) return true;
-        return (side_a == 0 && IsWithin(p, q, a)) || (side_b == 0 && IsWithin(p, q, b)) ||
-               (side_p == 0 && IsWithin(a, b, p)) || (side_q == 0 && IsWithin(a, b, q));
-    }
-
-    static bool SegmentMeets(const Point& p, const Point& q, const Corners& t) {
-        return PointMeets(p, t) || SegmentsMeet(p, q, t.a, t.b) || SegmentsMeet(p, q, t.b, t.c) ||
-               SegmentsMeet(p, q, t.c, t.a);
-    }
-
-    /// Whether p and q lie to the same side of the line of a and b.
-    static bool AreTogether(const Point& a, const Point& b, const Point& p, const Point& q) {
-        return Side(a, b, p) * Side(a, b, q) > 0;
-    }
-};
 
 /// Calls `ask` with the plane of two axes in which the triangle has an area.
 template <class Ask>
@@ -100,6 +56,15 @@ bool an_edge_meets(const Corners& of, const Sides& sides, const Corners& other) 
     return segment_meets(of.a, of.b, sides.a, sides.b, other) ||
            segment_meets(of.b, of.c, sides.b, sides.c, other) ||
            segment_meets(of.c, of.a, sides.c, sides.a, other);
+}
+
+bool share_a_corner(const Triangle& left, const Triangle& right) {
+    // All nine at one go: that none is the same is what is mostly found.
+    bool shared = false;
+    for (const std::int32_t corner : left) {
+        shared |= corner == right[0] || corner == right[1] || corner == right[2];
+    }
+    return shared;
 }
 
 /// The corners of two triangles, turned so that the shared ones come first.
@@ -160,12 +125,12 @@ bool triangles_meet(const Corners& left, const Corners& right) {
 
 bool meet_beyond_shared(std::span<const Point> points, const Triangle& left,
                         const Triangle& right) {
+    if (!share_a_corner(left, right))
+        return triangles_meet(corners(points, left), corners(points, right));
     const Aligned pair = aligned(left, right);
     const Corners l = corners(points, pair.left);
     const Corners r = corners(points, pair.right);
     switch (pair.shared) {
-        case 0:
-            return triangles_meet(l, r);
         case 1:
             // From the shared corner through any other common point one comes to an edge
             // opposite to it while still in the other triangle.

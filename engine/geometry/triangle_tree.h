@@ -3,11 +3,13 @@
 // A packed tree: the triangles stand in the order of a Morton curve through their middles
 // (the order of Karras, "Maximizing Parallelism in the Construction of BVHs", 2012), eight
 // to a leaf; eight nodes of a level lie under one of the next, and the bounds of eight are
-// looked at together. Bounds are floats against an origin in the middle of the mesh,
-// rounded outwards: they only ever pass too much, and every answer is the visitor's, on the
-// exact coordinates.
+// looked at together. Those that look one way along the main axis of the mesh all stand
+// before those that look the other way: boxes then hold one wall of a thin body, not both.
+// Bounds are floats against an origin in the middle of the mesh, rounded outwards: they
+// only ever pass too much, and every answer is the visitor's, on the exact coordinates.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -16,6 +18,7 @@
 #include <vector>
 
 #include "engine/geometry/eight_boxes.h"
+#include "engine/geometry/large_vector.h"
 #include "engine/geometry/mesh_view.h"
 
 namespace zol::engine::geometry {
@@ -39,7 +42,7 @@ public:
     template <class Visit>
     bool AnyInBox(const Box& box, Visit visit) const {
         const FloatBox bounds = Rounded(box);
-        return AnyLeaf(bounds, 0, [&](std::size_t leaf) {
+        return AnyLeaf(bounds, [&](std::size_t leaf) {
             return AnyOf(levels_[0][leaf].Meeting(bounds),
                          [&](std::size_t child) { return visit(order_[leaf * kFan + child]); });
         });
@@ -49,14 +52,32 @@ public:
     /// until it answers true; tells whether it did. In an order that the mesh alone decides.
     template <class Visit>
     bool AnyPair(Visit visit) const {
-        for (std::size_t left = 0; left < Leaves(); ++left) {
-            const EightBoxes& boxes = levels_[0][left];
-            const bool stopped = AnyLeaf(boxes.Around(), left, [&](std::size_t right) {
-                return AnyPairOfLeaves(left, right, visit);
-            });
-            if (stopped) return true;
+        return AnyPair(Groups(), visit);
+    }
+
+    /// Sets of triangles over a tree.
+    class Groups {
+    public:
+        /// No sets.
+        Groups() = default;
+        /// By a number for each triangle; 0 is for those that are in no set.
+        Groups(const TriangleTree& tree, const std::vector<std::uint32_t>& of_triangles);
+
+        bool AreOne(std::size_t level, std::size_t left, std::size_t right) const {
+            return !levels_.empty() && levels_[level][left] != 0 &&
+                   levels_[level][left] == levels_[level][right];
         }
-        return false;
+
+    private:
+        /// The set that all below a place are of, if they are of one, else 0: first for the
+        /// places of triangles, then for the nodes of each level.
+        std::vector<LargeVector<std::uint32_t>> levels_;
+    };
+
+    /// The same, but without pairs of triangles of one set.
+    template <class Visit>
+    bool AnyPair(const Groups& groups, Visit visit) const {
+        return Leaves() > 0 && AnyPairBelow(levels_.size(), 0, groups, visit);
     }
 
 private:
@@ -74,47 +95,86 @@ private:
         return false;
     }
 
-    /// Calls `visit` with each leaf from `first` on whose bounds meet the box.
+    // Places are numbered level by level: at level 0 those of triangles in order_, at each
+    // other one the nodes of levels_[level - 1], whose boxes bound eight places below.
+
+    /// Calls `visit` with each leaf whose bounds meet the box.
     template <class Visit>
-    bool AnyLeaf(const FloatBox& box, std::size_t first, Visit visit) const {
-        return Leaves() > 0 && AnyLeafBelow(levels_.size() - 1, 0, box, first, visit);
+    bool AnyLeaf(const FloatBox& box, Visit visit) const {
+        return Leaves() > 0 && AnyLeafBelow(levels_.size(), 0, box, visit);
     }
 
-    /// Below the node of that number on that level; a node of level 0 is a leaf.
     template <class Visit>
-    bool AnyLeafBelow(std::size_t level, std::size_t number, const FloatBox& box, std::size_t first,
+    bool AnyLeafBelow(std::size_t level, std::size_t place, const FloatBox& box,
                       Visit& visit) const {
-        const std::size_t leaves_below = std::size_t{1} << (3 * level);
-        if ((number + 1) * leaves_below <= first) return false;
-        if (level == 0) return visit(number);
-        return AnyOf(levels_[level][number].Meeting(box), [&](std::size_t child) {
-            return AnyLeafBelow(level - 1, number * kFan + child, box, first, visit);
+        if (level == 1) return visit(place);
+        return AnyOf(levels_[level - 1][place].Meeting(box), [&](std::size_t child) {
+            return AnyLeafBelow(level - 1, place * kFan + child, box, visit);
         });
     }
 
     template <class Visit>
-    bool AnyPairOfLeaves(std::size_t left, std::size_t right, Visit& visit) const {
-        const EightBoxes& boxes = levels_[0][left];
-        for (std::size_t i = 0; i < kFan && left * kFan + i < order_.size(); ++i) {
-            std::uint32_t bits = levels_[0][right].Meeting(boxes.Get(i));
-            // Of one leaf with itself, each pair once.
-            if (left == right) bits &= ~((std::uint32_t{2} << i) - 1);
-            const std::uint32_t a = order_[left * kFan + i];
-            const bool stopped = AnyOf(bits, [&](std::size_t j) {
-                const std::uint32_t b = order_[right * kFan + j];
-                return a < b ? visit(a, b) : visit(b, a);
+    bool AnyPairBelow(std::size_t level, std::size_t place, const Groups& groups,
+                      Visit& visit) const {
+        if (level == 0 || groups.AreOne(level, place, place)) return false;
+        const EightBoxes& boxes = levels_[level - 1][place];
+        const std::size_t below = level == 1 ? order_.size() : levels_[level - 2].size();
+        const std::size_t first = place * kFan;
+        for (std::size_t i = 0; i < std::min(kFan, below - first); ++i) {
+            if (AnyPairBelow(level - 1, first + i, groups, visit)) return true;
+            const FloatBox box = boxes.Get(i);
+            const std::uint32_t later = ~((std::uint32_t{2} << i) - 1);
+            const bool stopped = AnyOf(boxes.Meeting(box) & later, [&](std::size_t j) {
+                return AnyPairAcross(level - 1, {first + i, box}, {first + j, boxes.Get(j)}, groups,
+                                     visit);
             });
             if (stopped) return true;
         }
         return false;
     }
 
+    struct Bounded {
+        std::size_t place;
+        FloatBox box;
+    };
+
+    /// Of two places whose boxes meet.
+    template <class Visit>
+    bool AnyPairAcross(std::size_t level, const Bounded& left, const Bounded& right,
+                       const Groups& groups, Visit& visit) const {
+        if (groups.AreOne(level, left.place, right.place)) return false;
+        if (level == 0) return VisitPair(left.place, right.place, visit);
+        const EightBoxes& of_left = levels_[level - 1][left.place];
+        const EightBoxes& of_right = levels_[level - 1][right.place];
+        const std::uint32_t near_left = of_right.Meeting(left.box);
+        if (near_left == 0) return false;
+        return AnyOf(of_left.Meeting(right.box), [&](std::size_t i) {
+            const Bounded one{left.place * kFan + i, of_left.Get(i)};
+            return AnyOf(of_right.Meeting(one.box) & near_left, [&](std::size_t j) {
+                const std::size_t other = right.place * kFan + j;
+                // The boxes of triangles have been looked at now.
+                if (level == 1) {
+                    return !groups.AreOne(0, one.place, other) &&
+                           VisitPair(one.place, other, visit);
+                }
+                return AnyPairAcross(level - 1, one, {other, of_right.Get(j)}, groups, visit);
+            });
+        });
+    }
+
+    template <class Visit>
+    bool VisitPair(std::size_t left, std::size_t right, Visit& visit) const {
+        const std::uint32_t a = order_[left];
+        const std::uint32_t b = order_[right];
+        return a < b ? visit(a, b) : visit(b, a);
+    }
+
     Bounds bounds_;
     Point origin_;
     /// Triangle numbers in the order of the curve.
-    std::vector<std::uint32_t> order_;
+    LargeVector<std::uint32_t> order_;
     /// From the leaves, whose boxes are those of eight places in order_, to the one root.
-    std::vector<std::vector<EightBoxes>> levels_;
+    std::vector<LargeVector<EightBoxes>> levels_;
 };
 
 }  // namespace zol::engine::geometry

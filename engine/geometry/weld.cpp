@@ -1,7 +1,12 @@
 #include "engine/geometry/weld.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
+#include <numeric>
+#include <optional>
+
+#include "engine/geometry/large_vector.h"
 
 namespace zol::engine::geometry {
 
@@ -27,12 +32,23 @@ public:
           slots_(std::bit_ceil(points.size() * 2 + 1), kFree),
           mask_(slots_.size() - 1) {}
 
+    /// Has the place of a point fetched that will be looked for soon.
+    void Expect(std::size_t number) const {
+#if defined(__GNUC__)
+        __builtin_prefetch(&slots_[hash_of(points_[number]) & mask_]);
+#endif
+    }
+
     /// The number under which a point of these coordinates stands, `number` if it is new.
-    std::int32_t FindOrAdd(std::int32_t number) {
+    /// Nothing where so many others stand in its way that the points must have been made for
+    /// that.
+    std::optional<std::int32_t> FindOrAdd(std::int32_t number) {
+        constexpr int kMostInTheWay = 2000;
         const Point& point = points_[static_cast<std::size_t>(number)];
         std::size_t slot = hash_of(point) & mask_;
-        while (slots_[slot] != kFree) {
+        for (int in_the_way = 0; slots_[slot] != kFree; ++in_the_way) {
             if (points_[static_cast<std::size_t>(slots_[slot])] == point) return slots_[slot];
+            if (in_the_way == kMostInTheWay) return std::nullopt;
             slot = (slot + 1) & mask_;
         }
         slots_[slot] = number;
@@ -43,9 +59,28 @@ private:
     static constexpr std::int32_t kFree = -1;
 
     std::span<const Point> points_;
-    std::vector<std::int32_t> slots_;
+    LargeVector<std::int32_t> slots_;
     std::size_t mask_;
 };
+
+/// As first_of_same, but never empty: by sorting, in O(n log n) whatever the points are.
+std::vector<std::int32_t> first_by_order(std::span<const Point> points) {
+    std::vector<std::int32_t> order(points.size());
+    std::iota(order.begin(), order.end(), 0);
+    const auto point = [&](std::int32_t i) -> const Point& {
+        return points[static_cast<std::size_t>(i)];
+    };
+    std::sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
+        return point(a) != point(b) ? point(a) < point(b) : a < b;
+    });
+    std::vector<std::int32_t> first(points.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const bool is_same = i > 0 && point(order[i]) == point(order[i - 1]);
+        first[static_cast<std::size_t>(order[i])] =
+            is_same ? first[static_cast<std::size_t>(order[i - 1])] : order[i];
+    }
+    return first;
+}
 
 }  // namespace
 
@@ -54,8 +89,12 @@ std::vector<std::int32_t> first_of_same(std::span<const Point> points) {
     std::vector<std::int32_t> first(points.size());
     bool repeats = false;
     for (std::size_t i = 0; i < points.size(); ++i) {
+        constexpr std::size_t kAhead = 8;
+        if (i + kAhead < points.size()) table.Expect(i + kAhead);
         const auto number = static_cast<std::int32_t>(i);
-        first[i] = table.FindOrAdd(number);
+        const std::optional<std::int32_t> found = table.FindOrAdd(number);
+        if (!found) return first_by_order(points);
+        first[i] = *found;
         repeats = repeats || first[i] != number;
     }
     if (!repeats) first.clear();

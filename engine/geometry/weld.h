@@ -16,7 +16,8 @@ namespace zol::engine::geometry {
 /// Coordinates are the same when they compare equal, so that -0 is 0. There is no
 /// tolerance: what a file keeps apart by a last place stays apart.
 ///
-/// Expected O(n) time; 16 bytes a point while it runs.
+/// O(n) in time, O(n log n) for points that were made to be slow; 16 bytes a point while it
+/// runs.
 std::vector<std::int32_t> first_of_same(std::span<const Point> points);
 
 /// The triangles of a mesh over its distinct points, in the same order. Empty where the

@@ -1,13 +1,19 @@
 // Whole meshes: measures in closed form, and one defect each.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <bit>
+#include <cmath>
 #include <functional>
+#include <random>
 #include <string>
 
+#include "engine/geometry/clear_parts.h"
 #include "engine/geometry/crossing.h"
 #include "engine/geometry/edges.h"
 #include "engine/geometry/orient_parts.h"
 #include "engine/geometry/single_valued.h"
+#include "engine/geometry/triangle_meet.h"
 #include "engine/geometry/volume.h"
 #include "engine/geometry/weld.h"
 #include "tests/engine/geometry/exact_geometry.h"
@@ -145,6 +151,115 @@ TEST(MeshTest, EachDefectChangesItsOwnFact) {
     }
 }
 
+/// Whether two of its triangles meet in more than a shared corner or edge, by a look at
+/// every pair; those of one clear part must not.
+bool crosses_by_all_pairs(const Mesh& mesh) {
+    const std::vector<std::uint32_t> parts = engine::geometry::clear_parts(mesh.View());
+    bool crosses = false;
+    for (std::size_t i = 0; i < mesh.triangles.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            if (!engine::geometry::meet_beyond_shared(mesh.points, mesh.triangles[i],
+                                                      mesh.triangles[j])) {
+                continue;
+            }
+            crosses = true;
+            EXPECT_TRUE(parts[i] == 0 || parts[i] != parts[j]) << i << ' ' << j;
+        }
+    }
+    return crosses;
+}
+
+/// A ramp that winds about the z axis, rising so much a turn.
+Mesh ramp(double turns, double rise, double inner) {
+    Mesh mesh = terrain(12, [](int, int) { return 0.0; });
+    for (Point& point : mesh.points) {
+        const double angle = 2 * std::numbers::pi * turns * point[0] / 12;
+        const double radius = inner + point[1] / 2;
+        point = {radius * std::cos(angle), radius * std::sin(angle), rise * turns * point[0] / 12};
+    }
+    return mesh;
+}
+
+TEST(CrossingTest, FindsWhatALookAtEveryPairFinds) {
+    const Mesh hills =
+        terrain(10, [](int i, int j) { return 2 * std::sin(i * 0.7) * std::cos(j * 0.9); });
+    const auto without = [](Mesh mesh, std::initializer_list<int> cells) {
+        for (const int cell : cells) {
+            mesh.triangles[static_cast<std::size_t>(2 * cell)] = {0, 0, 0};
+            mesh.triangles[static_cast<std::size_t>(2 * cell + 1)] = {0, 0, 0};
+        }
+        return mesh;
+    };
+    const auto with_point = [](Mesh mesh, std::size_t number, const Point& at) {
+        mesh.points[number] = at;
+        return mesh;
+    };
+    // A corner of the border bent over, until it is inside of the surface's own view.
+    const Mesh bent = with_point(hills, 0, {4.5, 4.5, 9});
+    const struct {
+        const char* name;
+        Mesh mesh;
+        bool expected;
+    } rows[] = {
+        {"hills", hills, false},
+        {"holes", without(hills, {11, 12, 24, 55, 78}), false},
+        {"holes that touch at a corner", without(hills, {11, 22}), false},
+        {"a ring that is not closed", ramp(0.9, 0, 3), false},
+        {"a ramp of three turns", ramp(3, 8, 3), false},
+        {"three turns in one plane", ramp(3, 0, 3), true},
+        {"a ring that goes on over its start", ramp(1.05, 0, 3), true},
+        {"two of a kind, one through the other", hills.With(hills.Moved({0.9, 0.2, 0.1})), true},
+        {"two of a kind, one above the other", hills.With(hills.Moved({0.3, 0.2, 9})), false},
+        {"a corner bent over the surface", bent, false},
+        {"a corner bent through the surface", with_point(hills, 0, {5.2, 5.2, -3}), true},
+        {"a point pulled aside", with_point(hills, 60, {7.2, 5.1, 0}), true},
+        {"a border that touches its own side",
+         with_point(hills, 8, {0, 8, hills.points[8 * 11][2]}), true},
+        {"a torus", torus(10, 3, 16, 8), false},
+        {"a torus through itself", torus(3, 3.5, 16, 8), true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        for (const Point& place : {Point{0, 0, 0}, kFarAway}) {
+            const Mesh mesh = row.mesh.Moved(place);
+            EXPECT_EQ(crosses(mesh), row.expected);
+        }
+        Mesh mesh = row.mesh;
+        std::erase_if(mesh.triangles, [](const Triangle& t) { return t[0] == t[1]; });
+        EXPECT_EQ(crosses_by_all_pairs(mesh), row.expected);
+        // Looked at along each axis.
+        for (int axis = 0; axis < 3; ++axis) {
+            for (Point& point : mesh.points)
+                std::rotate(point.begin(), point.begin() + 1, point.end());
+            EXPECT_EQ(crosses(mesh), row.expected);
+        }
+    }
+    // From smooth to crumpled.
+    std::mt19937_64 random(17);
+    int crumpled = 0;
+    for (int i = 0; i < 60; ++i) {
+        std::normal_distribution<double> off(0, 0.01 * (i + 1));
+        Mesh mesh = terrain(9, [](int, int) { return 0.0; });
+        for (Point& point : mesh.points) {
+            for (double& coordinate : point) coordinate += off(random);
+        }
+        SCOPED_TRACE(i);
+        const bool expected = crosses_by_all_pairs(mesh);
+        crumpled += expected ? 1 : 0;
+        EXPECT_EQ(crosses(mesh), expected);
+    }
+    EXPECT_GT(crumpled, 10);
+    EXPECT_LT(crumpled, 50);
+}
+
+TEST(CrossingTest, MostOfASmoothSurfaceIsOneClearPart) {
+    const Mesh hills = terrain(40, [](int i, int j) { return 2 * std::sin(i * 0.3 + j * 0.2); });
+    const std::vector<std::uint32_t> parts = engine::geometry::clear_parts(hills.View());
+    const std::uint32_t inner = parts[2 * (20 * 40 + 20)];
+    EXPECT_NE(inner, 0U);
+    EXPECT_GT(std::count(parts.begin(), parts.end(), inner), 2800);
+}
+
 TEST(MeshTest, CountsEdgesAndNamesTheFirst) {
     Mesh hole = kUnitBox;
     hole.triangles.erase(hole.triangles.begin());  // 0, 2, 3
@@ -201,6 +316,55 @@ TEST(SurfaceTest, AHeightOverThePlan) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(is_single_valued(row.mesh), row.expected);
+    }
+}
+
+// Each pair of them would take hours.
+TEST(PileTest, ManyTrianglesInOnePlaceAreNotLookedAtInPairs) {
+    constexpr std::size_t kMany = 200000;
+    const struct {
+        const char* name;
+        Triangle triangle;
+        bool crosses;
+    } rows[] = {
+        {"of one point", {0, 0, 0}, false},
+        {"in a line", {0, 1, 3}, false},
+        {"the same", {0, 1, 2}, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Mesh mesh;
+        mesh.points = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {2, 0, 0}};
+        mesh.triangles.assign(kMany, row.triangle);
+        EXPECT_EQ(crosses(mesh), row.crosses);
+        EXPECT_TRUE(is_single_valued(mesh));
+    }
+}
+
+// Points that all fall on one place of a table by hash, as a hostile file may have them: a
+// walk over those in the way of each would take minutes.
+TEST(WeldTest, PointsMadeToCollideAreWeldedAllTheSame) {
+    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15U;
+    std::uint64_t inverse = kFactor;
+    for (int i = 0; i < 6; ++i) inverse *= 2 - kFactor * inverse;
+    const auto mixed = [](std::uint64_t hash, double coordinate) {
+        hash = (hash ^ std::bit_cast<std::uint64_t>(coordinate)) * kFactor;
+        return hash ^ hash >> 32U;
+    };
+    std::vector<Point> points;
+    for (double x = 1.0; points.size() < 300000; x += 1.0) {
+        const double z = std::bit_cast<double>(mixed(mixed(0, x), 1.0) ^ inverse * 12345);
+        if (!std::isfinite(z)) continue;
+        points.push_back({x, 1.0, z});
+        if (points.size() % 1000 == 0) points.push_back(points[points.size() / 2]);
+    }
+    const std::vector<std::int32_t> first = engine::geometry::first_of_same(points);
+    ASSERT_EQ(first.size(), points.size());
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const auto same = static_cast<std::size_t>(first[i]);
+        ASSERT_LE(same, i);
+        ASSERT_EQ(points[same], points[i]);
+        ASSERT_EQ(same == i, i == 0 || i % 1000 != 0) << i;
     }
 }
 

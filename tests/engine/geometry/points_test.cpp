@@ -49,6 +49,12 @@ TEST(PointLocatorTest, AgreesWithRationalsOnALattice) {
         {"tetrahedron", tetrahedron({1, 1, 1}, 4)},
         {"two that overlap", box({0, 0, 0}, {3, 3, 3}).With(box({1, 1, 1}, {5, 5, 5}))},
         {"a void", box({0, 0, 0}, {5, 5, 5}).With(box({1, 1, 1}, {3, 4, 4}).TurnedInsideOut())},
+        {"shell in shell", box({0, 0, 0}, {5, 5, 5})
+                               .With(box({1, 1, 1}, {5, 4, 4}).TurnedInsideOut())
+                               .With(box({2, 2, 2}, {3, 3, 3}))},
+        {"a stack",
+         box({0, 0, 0}, {5, 5, 1}).With(box({0, 1, 2}, {4, 5, 3})).With(box({1, 0, 4}, {5, 3, 5}))},
+        {"slopes", sphere({2.5, 2.5, 2.5}, 2.5, 6, 8)},
         {"flat along x", box({2, 0, 0}, {3, 5, 5})},
         {"flat along y", box({0, 2, 0}, {5, 3, 5})},
     };
@@ -62,6 +68,35 @@ TEST(PointLocatorTest, AgreesWithRationalsOnALattice) {
                 << row.name << " at " << point[0] << ' ' << point[1] << ' ' << point[2];
         }
     }
+}
+
+TEST(PointLocatorTest, AgreesWithRationalsInBetween) {
+    // A slab askew to all axes, whose walls lie over each other in most cells, and a torus,
+    // whose view from above has a hole.
+    Mesh slab = box({0, 0, 0}, {60, 40, 1}).With(torus(20, 4, 14, 7).Moved({30, 20, 30}));
+    for (Point& point : slab.points) {
+        const auto [x, y, z] = point;
+        point = {x * 0.5 - z * 0.8, y + x * 0.25, z * 0.5 + x * 0.75};
+    }
+    const Mesh mesh = slab.Moved(kFarAway);
+    const PointLocator locator(mesh.View());
+    std::mt19937_64 random(3);
+    std::uniform_real_distribution<double> part(0, 1);
+    int inside = 0;
+    for (int i = 0; i < 80; ++i) {
+        // Anywhere in the slab's box, or close to a corner.
+        Point point{kFarAway[0] - 30 + 60 * part(random), kFarAway[1] + 60 * part(random),
+                    kFarAway[2] + 60 * part(random)};
+        if (i % 2 == 0) {
+            point = mesh.points[static_cast<std::size_t>(i / 2) % mesh.points.size()];
+            for (double& coordinate : point) coordinate += (part(random) - 0.5) * 2;
+        }
+        const int expected = exact_winding(mesh, point);
+        inside += expected;
+        ASSERT_EQ(locator.SheetsOver(point).winding, expected) << i;
+        ASSERT_EQ(locator.SheetsOver(point).crossings % 2, static_cast<unsigned>(expected % 2));
+    }
+    EXPECT_GT(inside, 5);
 }
 
 TEST(PointLocatorTest, ASolidAndItsNeighbourShareNoPointAndMissNone) {
@@ -175,12 +210,11 @@ TEST(NearnessTest, FindsWhatAWalkOverAllTrianglesFinds) {
         const Point point{coordinate(random), coordinate(random), coordinate(random) / 4};
         double nearest = INFINITY;
         for (const Triangle& t : mesh.triangles) {
-            nearest = std::min(nearest, engine::geometry::squared_distance(
+            nearest = std::min(nearest, engine::geometry::distance(
                                             point, mesh.points[static_cast<std::size_t>(t[0])],
                                             mesh.points[static_cast<std::size_t>(t[1])],
                                             mesh.points[static_cast<std::size_t>(t[2])]));
         }
-        nearest = std::sqrt(nearest);
         EXPECT_TRUE(engine::geometry::is_within(mesh.View(), tree, point, nearest * 1.0001));
         EXPECT_FALSE(engine::geometry::is_within(mesh.View(), tree, point, nearest * 0.9999));
     }
