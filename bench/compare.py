@@ -166,9 +166,97 @@ def grid_walk():
                 "at most 64 MB")
 
 
+MESHES = {
+    "pit_100k": "pit of 100,000 triangles",
+    "ore_100k": "steep ore body of 100,000",
+    "pit_1m": "pit of 1 million",
+    "ore_1m": "steep ore body of 1 million",
+}
+HAS_CGAL = (build / "bin" / "mesh_cgal").exists()
+
+
+def best_of_each(commands):
+    """Runs the commands in turns; of each figure of each command, the least."""
+    turns = [[run(*command) for command in commands] for _ in range(TURNS)]
+    return [{key: min(turn[i][key] for turn in turns) for key in turns[0][i]}
+            for i in range(len(commands))]
+
+
+def mesh_ask(*arguments):
+    return (build / "bin" / "mesh_ask", *arguments)
+
+
+def mesh_cgal(*arguments):
+    return (build / "bin" / "mesh_cgal", *arguments)
+
+
+def mesh_read():
+    program = build / "bin" / "mesh_read"
+    for name, what, goal in (("pit_1m.obj", "OBJ of 1 million triangles", "4"),
+                             ("pit_1m.stl", "the same as binary STL, points merged", "3")):
+        file = data / name
+        peers = {"assimp": (program, "assimp", file), "VTK": (program, "vtk", file)}
+        if HAS_CGAL:
+            peers["CGAL"] = mesh_cgal("read", file)
+        ours, *theirs = best_of_each([(program, "zol", file), *peers.values()])
+        if ours["triangles"] != theirs[0]["triangles"]:
+            sys.exit(f"compare.py: not as many triangles of {name} as {next(iter(peers))} reads")
+        for peer, figures in zip(peers, theirs):
+            add_row(f"{what}: {peer}", f"{ours['read_s']:.3f} s", f"{figures['read_s']:.3f} s",
+                    f"{figures['read_s'] / ours['read_s']:.1f}", goal)
+            add_row(f"{what}: {peer}, peak memory", f"{ours['peak_mb']:.0f} MB",
+                    f"{figures['peak_mb']:.0f} MB",
+                    f"{figures['peak_mb'] / ours['peak_mb']:.1f}")
+
+
+def mesh_inside():
+    for name, what in MESHES.items():
+        file = data / f"{name}.obj"
+        peers = {"Embree": (mesh_ask("embree", "inside", file), "at least 0.67")}
+        if HAS_CGAL:
+            peers["CGAL"] = (mesh_cgal("inside", file), "10")
+        commands = [command for command, _ in peers.values()]
+        ours, *theirs = best_of_each([mesh_ask("zol", "inside", file), *commands])
+        for (peer, (_, goal)), figures in zip(peers.items(), theirs):
+            if peer == "CGAL" and figures["which"] != ours["which"]:
+                sys.exit(f"compare.py: other points of {name} are inside than CGAL says")
+            for key, where in (("anywhere_us", "anywhere"), ("near_us", "a micrometre off")):
+                add_row(f"{what}, a point {where}, inside or not: {peer}",
+                        f"{ours[key] * 1000:.0f} ns", f"{figures[key] * 1000:.0f} ns",
+                        f"{figures[key] / ours[key]:.1f}", goal)
+            add_row(f"{what}, a micrometre off, wrong of 1 million: {peer}", f"{ours['wrong']}",
+                    f"{figures['wrong']}", "", "0")
+            add_row(f"{what}, the first point after reading: {peer}", f"{ours['first_s']:.3f} s",
+                    f"{figures['first_s']:.3f} s", f"{figures['first_s'] / ours['first_s']:.1f}")
+
+
+def mesh_questions():
+    for name, what in MESHES.items():
+        file = data / f"{name}.obj"
+        asked = [mesh_ask("zol", question, file)
+                 for question in ("crossing", "consistent", "volume")]
+        if not HAS_CGAL:
+            crossing, consistent, volume = best_of_each(asked)
+            add_row(f"{what}, crossing itself", f"{crossing['seconds']:.3f} s", "")
+            add_row(f"{what}, closed and consistent", f"{consistent['seconds']:.4f} s", "")
+        else:
+            asked += [mesh_cgal(question, file) for question in ("crossing", "edges", "volume")]
+            crossing, consistent, volume, *theirs = best_of_each(asked)
+            rows = (("crossing itself", crossing, theirs[0], "4" if "100k" in name else "8"),
+                    ("closed and consistent", consistent, theirs[1], "20"),
+                    ("volume, edges known", volume, theirs[2], ""))
+            for question, ours, cgal, goal in rows:
+                add_row(f"{what}, {question}: CGAL", f"{ours['seconds'] * 1000:.1f} ms",
+                        f"{cgal['seconds'] * 1000:.1f} ms",
+                        f"{cgal['seconds'] / ours['seconds']:.1f}", goal)
+        add_row(f"{what}, volume: relative error", f"{volume['error']:.1g}",
+                f"{theirs[2]['error']:.1g}" if HAS_CGAL else "", "", "1e-13")
+
+
 def main():
     for measure in (guard, walk_vs_gdal, csv_vs_pandas, omf_first_value, large_walk, small_reads,
-                    texts_in_a_table, values_as_text, grid_walk):
+                    texts_in_a_table, values_as_text, grid_walk, mesh_read, mesh_inside,
+                    mesh_questions):
         print(measure.__name__, file=sys.stderr)
         measure()
     print("| What | Here | Peer, or memory | Ratio | Goal |\n|---|---|---|---|---|")

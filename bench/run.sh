@@ -1,11 +1,27 @@
 #!/usr/bin/env bash
 # Measures the library against what people would use instead and prints a table of
-# ratios. Takes about 1.4 GB under build/bench-data; the files are made once.
+# ratios. Takes about 1.6 GB under build/bench-data; the files are made once.
+#
+#   bench/run.sh [--gpl-peers]    also beside libraries under the GPL
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/../scripts/steps.sh"
 
-scripts/setup.sh --bench
-build_preset bench
+case ${1:-} in
+    "")
+        scripts/setup.sh --bench
+        gpl_peers=OFF
+        ;;
+    --gpl-peers)
+        scripts/setup.sh --bench --gpl-peers
+        gpl_peers=ON
+        ;;
+    *)
+        echo "usage: bench/run.sh [--gpl-peers]" >&2
+        exit 2
+        ;;
+esac
+step "Configure bench" cmake --preset bench -DZOL_BENCH_GPL_PEERS=$gpl_peers
+step "Build bench" cmake --build --preset bench
 
 data=build/bench-data
 mkdir -p "$data"
@@ -27,6 +43,16 @@ for form in strips tiles packed; do
     [ -f "$made" ] && continue
     step "Make $made" build/bench/bin/grid_walk make "$made.part" "$form" 4000
     mv "$made.part" "$made"
+done
+
+# Solids at the coordinates of a survey.
+for name in pit_100k.obj ore_100k.obj pit_1m.obj ore_1m.obj pit_1m.stl; do
+    made=$data/$name
+    [ -f "$made" ] && continue
+    case $name in *100k*) triangles=100000 ;; *) triangles=1000000 ;; esac
+    # The name tells the form, so the part of a file keeps its end.
+    step "Make $made" build/bench/bin/mesh_make "$data/part_$name" "${name%%_*}" $triangles
+    mv "$data/part_$name" "$made"
 done
 
 # Debian's own Python, since that is the one that has Debian's pandas.

@@ -8,13 +8,15 @@ base=(g++ cmake ninja-build ccache pkg-config python3 binutils
     libgtest-dev libgmock-dev libcli11-dev rapidjson-dev libdeflate-dev libfast-float-dev
     zlib1g-dev libboost-dev nettle-dev libsqlite3-dev libcairo2-dev fonts-dejavu-core libgdal-dev locales)
 lint=(clang-format clang-tidy)
-bench=(libbenchmark-dev nlohmann-json3-dev python3-pandas python3-numpy)
+bench=(libbenchmark-dev nlohmann-json3-dev python3-pandas python3-numpy
+    libassimp-dev libembree-dev libvtk9-dev)
+gpl_peers=(libcgal-dev)
 
 usage() {
     cat <<TEXT
-usage: scripts/setup.sh [--lint] [--bench]
+usage: scripts/setup.sh [--lint] [--bench] [--gpl-peers]
 Installs what the build and the tests need; --lint adds the layout and lint tools,
---bench what the benchmarks compare with.
+--bench what the benchmarks compare with, --gpl-peers what of that is under the GPL.
 TEXT
 }
 
@@ -23,6 +25,7 @@ for option in "$@"; do
     case $option in
         --lint) wanted+=("${lint[@]}") ;;
         --bench) wanted+=("${bench[@]}") ;;
+        --gpl-peers) wanted+=("${gpl_peers[@]}") ;;
         -h | --help)
             usage
             exit 0
