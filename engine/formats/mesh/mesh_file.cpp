@@ -37,6 +37,8 @@ constexpr std::array kRefusals = {
     Refusal{"PK\x03\x04"sv, "it is a zip archive; of OMF files only those of version 1 are read"},
     Refusal{"PK\x05\x06"sv, "it is an empty zip archive"},
     Refusal{"\x1f\x8b"sv, "it is compressed; decompress it first"},
+    Refusal{"\xFF\xFE\0\0"sv, "the text is UTF-32; save it as UTF-8"},
+    Refusal{"\0\0\xFE\xFF"sv, "the text is UTF-32; save it as UTF-8"},
     Refusal{"\xFF\xFE"sv, "the text is UTF-16; save it as UTF-8"},
     Refusal{"\xFE\xFF"sv, "the text is UTF-16; save it as UTF-8"},
     Refusal{"{"sv, "it is JSON; a sidecar is read with the mesh that it stands beside, open that"},
@@ -45,10 +47,6 @@ constexpr std::array kRefusals = {
 
 bool is_omf1(std::string_view head) {
     return head.starts_with("\x84\x83\x82\x81"sv);
-}
-
-bool is_gocad(std::string_view head) {
-    return is_same_word(take_word(head), "GOCAD");
 }
 
 /// The first line that is neither empty nor a comment.
@@ -60,6 +58,11 @@ std::string_view first_statement(std::string_view head) {
         head.remove_prefix(std::min(end + 1, head.size()));
     }
     return {};
+}
+
+bool is_gocad(std::string_view head) {
+    std::string_view line = first_statement(head);
+    return is_same_word(take_word(line), "GOCAD");
 }
 
 bool is_off(std::string_view head) {

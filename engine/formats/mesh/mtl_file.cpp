@@ -9,6 +9,7 @@
 #include "engine/formats/diagnostics.h"
 #include "engine/formats/mesh/line_numbers.h"
 #include "engine/formats/mesh/name_beside.h"
+#include "engine/formats/mesh/obj_lines.h"
 #include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/read_error.h"
 
@@ -120,7 +121,7 @@ private:
 
 bool read_material(const File& file, std::string_view name, MeshLook& look) {
     if (file.Size() > kMostBytes) throw ReadError("it is too large for a list of materials");
-    TextLines lines(file);
+    ObjLines lines(file);
     MaterialReader material(file, look);
     bool is_found = false;
     bool is_wanted = false;
@@ -132,8 +133,11 @@ bool read_material(const File& file, std::string_view name, MeshLook& look) {
             lines.Refuse("it holds a NUL byte, so it is no list of materials");
         }
         const std::string_view keyword = take_word(line);
+        // "Material #25" is the usual name of a material in some programs' files.
+        const std::string_view whole = without_blanks(line);
+        line = without_comment(line);
         if (keyword == "newmtl") {
-            is_wanted = !is_found && without_blanks(line) == name;
+            is_wanted = !is_found && (whole == name || line == name);
             is_found = is_found || is_wanted;
         } else if (is_wanted && !material.Take(keyword, line) && !is_reported) {
             is_reported = true;

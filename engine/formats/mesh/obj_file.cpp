@@ -11,6 +11,8 @@
 #include "engine/formats/mesh/line_numbers.h"
 #include "engine/formats/mesh/mesh_attributes.h"
 #include "engine/formats/mesh/mesh_limits.h"
+#include "engine/formats/mesh/obj_keywords.h"
+#include "engine/formats/mesh/obj_lines.h"
 #include "engine/formats/mesh/obj_materials.h"
 #include "engine/formats/mesh/polygon.h"
 #include "engine/formats/mesh/text_lines.h"
@@ -31,6 +33,13 @@ struct Elements {
     std::uint64_t awaiting_line = 0;
 };
 
+// A polygon that came before one of its points.
+struct PutOffPolygon {
+    std::size_t first_triangle;
+    std::size_t corners;
+    std::uint64_t line;
+};
+
 class ObjReader {
 public:
     explicit ObjReader(const File& file) : file_(file), lines_(file) {}
@@ -38,7 +47,6 @@ public:
     MeshData Read() {
         std::string_view line;
         while (lines_.Next(line)) {
-            if (!line.empty() && line.back() == '\\') line = Joined(line);
             if (line.size() > 2 && line[1] == ' ' && line[0] == 'v') {
                 ReadPoint(line.substr(2));
             } else if (line.size() > 2 && line[1] == ' ' && line[0] == 'f') {
@@ -52,23 +60,6 @@ public:
     }
 
 private:
-    // A line that a backslash joins to the next; comments end with their own line, since a
-    // folder's name in one may end so.
-    std::string_view Joined(std::string_view line) {
-        if (without_blanks(line).starts_with('#')) return line;
-        joined_.clear();
-        while (!line.empty() && line.back() == '\\') {
-            joined_ += line.substr(0, line.size() - 1);
-            joined_ += ' ';
-            if (joined_.size() > TextLines::kMostBytesOfLine) {
-                lines_.Refuse("too many lines are joined");
-            }
-            if (!lines_.Next(line)) return joined_;
-        }
-        joined_ += line;
-        return joined_;
-    }
-
     [[gnu::always_inline]] void ReadPoint(std::string_view rest) {
         MeshPoint point;
         if (take_real(rest, point[0]) != Taken::Number ||
@@ -85,6 +76,7 @@ private:
 
     // A weight, or a colour: three numbers or four.
     void ReadBehindPoint(std::string_view rest, MeshPoint& point) {
+        RefuseNul(rest);
         double first = 0;
         double number = 0;
         int count = 0;
@@ -109,8 +101,8 @@ private:
         using namespace line_numbers;
         const char* const end = rest.data() + rest.size();
         corners_.clear();
-        for (const char* at = behind_blanks(rest.data(), end); at != end && *at != '#';
-             at = behind_blanks(at, end)) {
+        const char* at = behind_blanks(rest.data(), end);
+        for (; at != end && *at != '#'; at = behind_blanks(at, end)) {
             const char* const corner = at;
             corners_.push_back(static_cast<std::int32_t>(TakeIndex(at, corner, end, points_)));
             // Either may be left out, with its slash or without.
@@ -121,6 +113,7 @@ private:
             }
             if (!is_word_end(at, end)) RefuseCorner(corner, end);
         }
+        if (at != end) RefuseNul(from(at, end));
         AddFace();
     }
 
@@ -185,32 +178,70 @@ private:
                           " corners; three are the least");
         }
         const std::int32_t last = *std::max_element(corners_.begin(), corners_.end());
-        if (last >= points_.count) {
-            lines_.Refuse("a face of more than three corners names vertex " +
-                          std::to_string(std::int64_t{last} + 1) + "; there are " +
-                          std::to_string(points_.count) + " so far");
+        if (last < points_.count) {
+            Part(lines_.Number(), mesh_.triangles);
+        } else {
+            PutOff();
         }
-        switch (parter_.Part(corners_, mesh_.points, mesh_.triangles)) {
+        materials_.Count(corners_.size() - 2);
+    }
+
+    // Appends the triangles of corners_.
+    void Part(std::uint64_t line, GrowingArray<MeshTriangle>& triangles) {
+        switch (parter_.Part(corners_, mesh_.points, triangles)) {
             case PolygonParter::Outcome::Parted:
                 break;
             case PolygonParter::Outcome::Crossing:
-                if (crossing_++ == 0) crossing_line_ = lines_.Number();
+                crossing_line_ = crossing_++ == 0 ? line : std::min(crossing_line_, line);
                 break;
             case PolygonParter::Outcome::TooInvolved:
-                lines_.Refuse("a face is too involved to be parted into triangles");
+                throw ReadError("line " + std::to_string(line) +
+                                ": a face is too involved to be parted into triangles");
         }
-        materials_.Count(corners_.size() - 2);
+    }
+
+    // A polygon can't be parted before its points are there. Its triangles take their place in
+    // the list all the same, and hold its corners until then, for which they have room.
+    void PutOff() {
+        const std::size_t first = mesh_.triangles.Size();
+        put_off_.push_back({first, corners_.size(), lines_.Number()});
+        for (std::size_t i = 2; i < corners_.size(); ++i) mesh_.triangles.Add({});
+        for (std::size_t i = 0; i < corners_.size(); ++i) {
+            mesh_.triangles[first + i / 3][i % 3] = corners_[i];
+        }
+    }
+
+    void PartThosePutOff() {
+        GrowingArray<MeshTriangle> parts;
+        for (const auto& [first, corners, line] : put_off_) {
+            corners_.clear();
+            for (std::size_t i = 0; i < corners; ++i) {
+                corners_.push_back(mesh_.triangles[first + i / 3][i % 3]);
+            }
+            parts.SetSize(0);
+            Part(line, parts);
+            std::copy(parts.View().begin(), parts.View().end(),
+                      mesh_.triangles.View().begin() + static_cast<std::ptrdiff_t>(first));
+        }
+    }
+
+    void RefuseNul(std::string_view text) const {
+        if (text.find('\0') != text.npos) {
+            lines_.Refuse("it holds a NUL byte, so the file is no OBJ text");
+        }
     }
 
     void ReadOther(std::string_view line) {
         std::string_view rest = line;
         const std::string_view keyword = take_word(rest);
         if (keyword.empty()) return;
+        RefuseNul(line);
         if (keyword.front() == '#') {
             ReadComment(line);
             return;
         }
         is_in_head_ = false;
+        ++statements_;
         if (keyword == "v") {
             ReadPoint(rest);
         } else if (keyword == "f") {
@@ -225,7 +256,10 @@ private:
             materials_.AddLibraries(rest);
         } else if (keyword == "o" || keyword == "g") {
             begins_part_ = true;
-            if (keyword == "o" && name_.empty()) name_ = without_blanks(rest);
+            if (keyword == "o" && name_.empty()) name_ = without_comment(rest);
+        } else if (!is_passed_obj_keyword(keyword) && unknown_++ == 0) {
+            unknown_line_ = lines_.Number();
+            unknown_word_ = quoted(keyword);
         }
     }
 
@@ -238,12 +272,21 @@ private:
     }
 
     void Finish() {
+        if (mesh_.points.IsEmpty() && faces_ == 0 && unknown_ > 0 && unknown_ == statements_) {
+            throw ReadError("it is no OBJ file: none of its lines begins with a word of OBJ");
+        }
         if (mesh_.points.IsEmpty()) throw ReadError("it has no points");
         for (const Elements& elements : {points_, textures_, normals_}) {
             if (elements.awaited <= elements.count) continue;
             throw ReadError("line " + std::to_string(elements.awaiting_line) + ": a face names " +
                             elements.name + " " + std::to_string(elements.awaited) +
                             "; there are " + std::to_string(elements.count));
+        }
+        PartThosePutOff();
+        if (unknown_ > 0) {
+            report(file_.Path(), "lines whose first word is none of OBJ: " +
+                                     std::to_string(unknown_) + ", the first " + unknown_word_ +
+                                     " in line " + std::to_string(unknown_line_));
         }
         if (crossing_ > 0) {
             report(file_.Path(), "faces that cross themselves: " + std::to_string(crossing_) +
@@ -263,7 +306,7 @@ private:
     }
 
     const File& file_;
-    TextLines lines_;
+    ObjLines lines_;
     MeshData mesh_;
     Elements points_{"vertex"};
     Elements textures_{"texture vertex"};
@@ -271,12 +314,16 @@ private:
     std::vector<std::int32_t> corners_;
     PolygonParter parter_;
     ObjMaterials materials_;
-    std::string joined_;
+    std::vector<PutOffPolygon> put_off_;
     std::string name_;
     std::int64_t faces_ = 0;
     std::int64_t parts_ = 0;
     std::uint64_t crossing_ = 0;
     std::uint64_t crossing_line_ = 0;
+    std::uint64_t statements_ = 0;
+    std::uint64_t unknown_ = 0;
+    std::uint64_t unknown_line_ = 0;
+    std::string unknown_word_;
     int comments_ = 0;
     bool begins_part_ = true;
     bool is_in_head_ = true;

@@ -1,6 +1,9 @@
 #include "engine/formats/mesh/obj_materials.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <unordered_set>
 
 #include "engine/formats/diagnostics.h"
 #include "engine/formats/mesh/mesh_attributes.h"
@@ -17,19 +20,18 @@ namespace {
 constexpr std::size_t kMostMaterials = 65536;
 constexpr int kMostOffered = 1000;
 constexpr std::size_t kMostLibraries = 64;
+constexpr std::uint64_t kMostBytesOfLibraries = std::uint64_t{1} << 26;
 constexpr std::size_t kMostBytesOfName = 4096;
 
-// Names may hold a #, but what stands behind one may be a comment too.
-std::string_view without_comment(std::string_view text) {
-    const std::size_t comment = text.find(" #");
-    return comment == text.npos ? text : without_blanks(text.substr(0, comment));
-}
-
-// Finds the material in a library, a look that the library says nothing of being none.
-bool is_in_library(const std::string& path, const std::string& name, MeshLook& look) {
+// Finds the material in a library, a look that the library says nothing of being none. Takes
+// the size of the library off `bytes_left`.
+bool is_in_library(const std::string& path, const std::string& name, std::uint64_t& bytes_left,
+                   MeshLook& look) {
     try {
         const File file(path);
-        return read_material(file, name, look) || read_material(file, without_comment(name), look);
+        if (file.Size() > bytes_left) throw ReadError("the libraries of materials are too large");
+        bytes_left -= file.Size();
+        return read_material(file, name, look);
     } catch (const ReadError& error) {
         report(path, error.what());
         return false;
@@ -39,8 +41,9 @@ bool is_in_library(const std::string& path, const std::string& name, MeshLook& l
 }  // namespace
 
 void ObjMaterials::AddLibraries(std::string_view names) {
-    names = without_blanks(names);
-    if (names.empty() || libraries_.size() >= kMostLibraries || names.size() > kMostBytesOfName ||
+    names = without_comment(names);
+    // One more is held, to be told of.
+    if (names.empty() || libraries_.size() > kMostLibraries || names.size() > kMostBytesOfName ||
         std::find(libraries_.begin(), libraries_.end(), names) != libraries_.end()) {
         return;
     }
@@ -65,27 +68,46 @@ void ObjMaterials::Use(std::string_view name) {
     materials_.push_back({std::string(name)});
 }
 
-void ObjMaterials::FindLook(const std::string& obj, const std::string& name, MeshLook& look) const {
-    for (const std::string& library : libraries_) {
-        // One name with blanks, or a list of names.
-        const std::string_view usual = without_comment(library);
-        std::vector<std::string> paths;
-        if (const auto path = name_beside(obj, usual); path && File::Exists(*path)) {
+std::vector<std::string> ObjMaterials::LibraryPaths(const std::string& obj) const {
+    std::vector<std::string> paths;
+    // Paths, and names that have none.
+    std::unordered_set<std::string> known;
+    const auto take = [&](const std::optional<std::string>& path, std::string_view name) {
+        if (!known.insert(path.value_or(std::string(name))).second) return true;
+        if (known.size() > kMostLibraries) {
+            report(obj, "it names more libraries of materials than are looked at");
+            return false;
+        }
+        if (path) {
             paths.push_back(*path);
         } else {
-            std::string_view rest = usual;
-            for (std::string_view word = take_word(rest); !word.empty(); word = take_word(rest)) {
-                const auto part = name_beside(obj, word);
-                if (part) {
-                    paths.push_back(*part);
-                } else {
-                    report(obj, "the material library " + quoted(word) +
-                                    " is not looked for, since it is not in the folder");
-                }
-            }
+            report(obj, "the material library " + quoted(name) +
+                            " is not looked for, since it is not in the folder");
         }
+        return true;
+    };
+    for (const std::string& library : libraries_) {
+        // One name with blanks, or a list of names.
+        if (const auto path = name_beside(obj, library); path && File::Exists(*path)) {
+            if (!take(path, library)) return paths;
+            continue;
+        }
+        std::string_view rest = library;
+        for (std::string_view word = take_word(rest); !word.empty(); word = take_word(rest)) {
+            if (!take(name_beside(obj, word), word)) return paths;
+        }
+    }
+    return paths;
+}
+
+void ObjMaterials::FindLook(const std::string& obj, const std::string& name, MeshLook& look) const {
+    const std::vector<std::string> paths = LibraryPaths(obj);
+    // First the name as it stands, which may have a # in it, then without a comment.
+    const std::string bare(without_comment(name));
+    for (const std::string& wanted : bare == name ? std::vector{name} : std::vector{name, bare}) {
+        std::uint64_t bytes_left = kMostBytesOfLibraries;
         for (const std::string& path : paths) {
-            if (is_in_library(path, name, look)) return;
+            if (is_in_library(path, wanted, bytes_left, look)) return;
         }
     }
     report(obj, "the material " + quoted(name) + " is not found; the default look is used");

@@ -32,6 +32,8 @@ private:
         std::size_t triangles = 0;
     };
 
+    // Of the libraries that are in the folder, each once.
+    std::vector<std::string> LibraryPaths(const std::string& obj) const;
     void FindLook(const std::string& obj, const std::string& name, MeshLook& look) const;
 
     // The first stands for no material.

@@ -17,9 +17,10 @@ namespace {
 
 class OffReader {
 public:
-    explicit OffReader(const File& file)
+    OffReader(const File& file, bool may_have_lines)
         : file_(file),
           lines_(file),
+          may_have_lines_(may_have_lines),
           mesh_([this] { return "line " + std::to_string(lines_.Number()); }) {}
 
     MeshData Read() {
@@ -48,6 +49,9 @@ public:
         if (!rest_.empty()) lines_.Refuse("there is more than the header counts");
         return mesh_.Finish(file_, "OFF");
     }
+
+    /// Whether each vertex was looked for on a line of its own.
+    bool HasLines() const { return has_lines_; }
 
 private:
     bool NextLine() {
@@ -94,20 +98,20 @@ private:
         PassLine();
         const std::size_t plain = kind_.PlainNumbers();
         const std::size_t on_line = NumbersOfLine();
-        const bool has_lines =
-            on_line == plain + 3 || on_line == plain + 4 || (on_line == plain && !kind_.has_colour);
+        has_lines_ = may_have_lines_ && (on_line == plain + 3 || on_line == plain + 4 ||
+                                         (on_line == plain && !kind_.has_colour));
         const std::size_t by_word = plain + (kind_.has_colour ? 4 : 0);
         for (std::int64_t i = 0; i < count; ++i) {
             MeshPoint point{};
             double weight = 1;
-            for (std::size_t k = 0; k < (has_lines ? plain : by_word); ++k) {
+            for (std::size_t k = 0; k < (has_lines_ ? plain : by_word); ++k) {
                 double number = 0;
-                if (k == 0 || !has_lines) PassLine();
+                if (k == 0 || !has_lines_) PassLine();
                 if (take_real(rest_, number) != Taken::Number) RefuseWord();
                 if (k < 3) point[k] = number;
                 if (k == 3 && kind_.is_weighted) weight = number;
             }
-            if (has_lines && !rest_.empty()) PassColour();
+            if (has_lines_ && !rest_.empty()) PassColour();
             mesh_.AddPoint(point, weight);
         }
     }
@@ -157,6 +161,8 @@ private:
 
     const File& file_;
     TextLines lines_;
+    bool may_have_lines_;
+    bool has_lines_ = false;
     OffKind kind_;
     OffMesh mesh_;
     std::string_view rest_;
@@ -166,7 +172,19 @@ private:
 }  // namespace
 
 MeshData read_off(const File& file) {
-    return OffReader(file).Read();
+    OffReader reader(file, true);
+    try {
+        return reader.Read();
+    } catch (const ReadError&) {
+        // Two points on a line look like one with a colour.
+        if (!reader.HasLines()) throw;
+        try {
+            return OffReader(file, false).Read();
+        } catch (const ReadError&) {
+            // What was wrong with the lines says more.
+        }
+        throw;
+    }
 }
 
 }  // namespace zol::engine

@@ -11,7 +11,6 @@
 #include <optional>
 #include <string>
 
-#include "engine/formats/diagnostics.h"
 #include "engine/formats/file.h"
 #include "engine/formats/mesh/byte_numbers.h"
 #include "engine/formats/mesh/ply_header.h"
@@ -76,9 +75,7 @@ public:
 
     /// All elements are at their end.
     void EndFile() const {
-        if (Remaining() == 0) return;
-        report(file_.Path(),
-               std::to_string(Remaining()) + " bytes behind the last element are not read");
+        if (Remaining() > 0) Refuse("there is more than the header counts");
     }
 
     /// Throws ReadError with the place.

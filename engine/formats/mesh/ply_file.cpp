@@ -139,10 +139,10 @@ private:
             const PlyElement& element = header_.elements[e];
             if (with_vertices && e == places_.vertex) {
                 read_vertices(body, element, mesh_);
-            } else if (with_faces && e == places_.face) {
+            } else if (with_faces && e == places_.face && element.count > 0) {
                 check_room(body, element);
                 faces_.ReadFaces(body, element);
-            } else if (with_faces && e == places_.strips) {
+            } else if (with_faces && e == places_.strips && element.count > 0) {
                 check_room(body, element);
                 faces_.ReadStrips(body, element);
             } else {

@@ -12,6 +12,9 @@ namespace zol::engine {
 namespace {
 
 constexpr std::size_t kLongestHeader = std::size_t{1} << 20;
+// Far beyond real files; names are looked for one by one.
+constexpr std::size_t kMostElements = 1000;
+constexpr std::size_t kMostProperties = 1000;
 
 struct TypeName {
     std::string_view name;
@@ -159,6 +162,8 @@ PlyHeader read_ply_header(const File& file) {
             header.format = read_format(lines, rest);
             has_format = true;
         } else if (word == "element") {
+            if (header.elements.size() == kMostElements)
+                lines.Refuse("there are too many elements");
             PlyElement element = read_element(lines, rest);
             if (header.Find(element.name) != header.elements.size()) {
                 lines.Refuse("element " + quoted(element.name) + " is there twice");
@@ -166,7 +171,11 @@ PlyHeader read_ply_header(const File& file) {
             header.elements.push_back(std::move(element));
         } else if (word == "property") {
             if (header.elements.empty()) lines.Refuse("a property stands in front of the elements");
-            header.elements.back().properties.push_back(read_property(lines, rest));
+            std::vector<PlyProperty>& properties = header.elements.back().properties;
+            if (properties.size() == kMostProperties) {
+                lines.Refuse("the element has too many properties");
+            }
+            properties.push_back(read_property(lines, rest));
         } else if (word == "comment" || word == "obj_info") {
             header.comments.emplace_back(without_blanks(rest));
         } else if (!word.empty()) {

@@ -1,7 +1,7 @@
 #include "engine/formats/mesh/polygon.h"
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 namespace zol::engine {
@@ -16,22 +16,59 @@ MeshPoint difference(const MeshPoint& a, const MeshPoint& b) {
     return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
 }
 
-// Twice the area of the face, along its normal.
-MeshPoint newell_normal(std::span<const std::int32_t> corners,
-                        const GrowingArray<MeshPoint>& points) {
+struct Normal {
+    // As long as twice the area of the face.
+    MeshPoint vector{};
+    // What its terms add up to without their signs.
+    double terms = 0;
+};
+
+Normal newell_normal(std::span<const std::int32_t> corners, const GrowingArray<MeshPoint>& points) {
     const auto point = [&](std::size_t i) -> const MeshPoint& {
         return points[static_cast<std::size_t>(corners[i])];
     };
-    MeshPoint normal{};
+    Normal normal;
     MeshPoint a = difference(point(corners.size() - 1), point(0));
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const MeshPoint b = difference(point(i), point(0));
-        normal[0] += a[1] * b[2] - a[2] * b[1];
-        normal[1] += a[2] * b[0] - a[0] * b[2];
-        normal[2] += a[0] * b[1] - a[1] * b[0];
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            const std::size_t u = (axis + 1) % 3;
+            const std::size_t v = (axis + 2) % 3;
+            const double left = a[u] * b[v];
+            const double right = a[v] * b[u];
+            normal.vector[axis] += left - right;
+            normal.terms += std::fabs(left) + std::fabs(right);
+        }
         a = b;
     }
     return normal;
+}
+
+// Whether the corners lie on a line, or on one place.
+bool are_in_line(std::span<const std::int32_t> corners, const GrowingArray<MeshPoint>& points) {
+    constexpr double kRounding = 1e-9;
+    const auto offset = [&](std::int32_t corner) {
+        return difference(points[static_cast<std::size_t>(corner)],
+                          points[static_cast<std::size_t>(corners[0])]);
+    };
+    MeshPoint far{};
+    double length = 0;
+    for (const std::int32_t corner : corners) {
+        const MeshPoint to = offset(corner);
+        const double square = to[0] * to[0] + to[1] * to[1] + to[2] * to[2];
+        if (square <= length) continue;
+        length = square;
+        far = to;
+    }
+    return std::all_of(corners.begin(), corners.end(), [&](std::int32_t corner) {
+        const MeshPoint to = offset(corner);
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            const std::size_t u = (axis + 1) % 3;
+            const std::size_t v = (axis + 2) % 3;
+            if (std::fabs(far[u] * to[v] - far[v] * to[u]) > kRounding * length) return false;
+        }
+        return true;
+    });
 }
 
 std::size_t greatest_axis(const MeshPoint& vector) {
@@ -42,46 +79,103 @@ std::size_t greatest_axis(const MeshPoint& vector) {
     return greatest;
 }
 
-// Less than 0 where the way from a by b to c, which are in line, turns back.
+// Less than 0 where the way from a by b to c, which are in line, turns back; 0 where two of
+// them are one place.
 double onwards(const PlanePoint& a, const PlanePoint& b, const PlanePoint& c) {
     return (b[0] - a[0]) * (c[0] - b[0]) + (b[1] - a[1]) * (c[1] - b[1]);
+}
+
+bool goes_up(const PlanePoint& a, const PlanePoint& b) {
+    return b[1] > a[1] || (b[1] == a[1] && b[0] > a[0]);
+}
+
+// 1 where the way from a by b to c turns left through the direction of the first axis, -1 where
+// it turns right through it. `turn` is that of the corner, which does not turn back. Around an
+// outline these add up to how often it goes round.
+int rounds_at(const PlanePoint& a, const PlanePoint& b, const PlanePoint& c, int turn) {
+    const bool is_up = goes_up(b, c);
+    if (goes_up(a, b) == is_up) return 0;
+    if (turn == 0 && c[0] <= b[0]) return 0;
+    if (turn != 0 && (turn > 0) != is_up) return 0;
+    return is_up ? 1 : -1;
 }
 
 }  // namespace
 
 // Moves the corners along the normal onto the plane of the two axes that it runs along least,
 // where the face turns left: unlike a turned plane that keeps whole coordinates of upright and
-// level faces as they are. False for a face without a normal.
-bool PolygonParter::Flatten(std::span<const std::int32_t> corners,
-                            const GrowingArray<MeshPoint>& points) {
-    const MeshPoint normal = newell_normal(corners, points);
+// level faces as they are. False for a face without a normal, or one that is but rounding.
+bool PolygonParter::Flatten(const GrowingArray<MeshPoint>& points) {
+    constexpr double kRounding = 1e-12;
+    const auto& [normal, terms] = newell_normal(corners_, points);
     const std::size_t axis = greatest_axis(normal);
-    if (!(std::fabs(normal[axis]) > 0) || !std::isfinite(normal[axis])) return false;
+    if (!(std::fabs(normal[axis]) > kRounding * terms)) return false;
     std::size_t u = (axis + 1) % 3;
     std::size_t v = (axis + 2) % 3;
     if (normal[axis] < 0) std::swap(u, v);
     const double along_u = normal[u] / normal[axis];
     const double along_v = normal[v] / normal[axis];
-    const MeshPoint& origin = points[static_cast<std::size_t>(corners[0])];
+    const MeshPoint& origin = points[static_cast<std::size_t>(corners_[0])];
     flat_.clear();
-    for (const std::int32_t corner : corners) {
+    flat_.reserve(corners_.size());
+    for (const std::int32_t corner : corners_) {
         const MeshPoint offset = difference(points[static_cast<std::size_t>(corner)], origin);
         flat_.push_back({offset[u] - along_u * offset[axis], offset[v] - along_v * offset[axis]});
     }
     return true;
 }
 
-// No turn to the right, and none back on itself.
+// No turn to the right, none back on itself, no place twice in a row, and once round: a star of
+// five tips drawn without lifting the pen turns left at each of them.
 bool PolygonParter::IsConvex() const {
     PlanePoint a = flat_[flat_.size() - 2];
     PlanePoint b = flat_.back();
+    int rounds = 0;
     for (const PlanePoint& c : flat_) {
         const int turn = turn_of(a, b, c);
-        if (turn < 0 || (turn == 0 && onwards(a, b, c) < 0)) return false;
+        if (turn < 0 || (turn == 0 && onwards(a, b, c) <= 0)) return false;
+        rounds += rounds_at(a, b, c, turn);
         a = b;
         b = c;
     }
-    return true;
+    return rounds == 1;
+}
+
+// Whether two edges cross, each with both ends clearly on either side of the other. All pairs
+// are looked at, so only when there are few.
+bool PolygonParter::HasCrossingEdges() const {
+    constexpr std::size_t kFew = 64;
+    const std::size_t count = flat_.size();
+    if (count > kFew) return false;
+    const auto parts = [](const PlanePoint& a, const PlanePoint& b, const PlanePoint& c,
+                          const PlanePoint& d) { return turn_of(a, b, c) * turn_of(a, b, d) < 0; };
+    for (std::size_t i = 0; i + 2 < count; ++i) {
+        const PlanePoint& a = flat_[i];
+        const PlanePoint& b = flat_[i + 1];
+        for (std::size_t k = i + 2; k < count; ++k) {
+            const PlanePoint& c = flat_[k];
+            const PlanePoint& d = flat_[(k + 1) % count];
+            if (parts(a, b, c, d) && parts(c, d, a, b)) return true;
+        }
+    }
+    return false;
+}
+
+// How often the outline goes round when its spikes are cut; 1 for any that does not cross
+// itself.
+int PolygonParter::TurnsOfRest() const {
+    std::size_t first = 0;
+    while (is_cut_[first]) ++first;
+    int rounds = 0;
+    std::size_t at = first;
+    do {
+        const auto before = static_cast<std::size_t>(before_[at]);
+        const auto behind = static_cast<std::size_t>(behind_[at]);
+        rounds +=
+            rounds_at(flat_[before], flat_[at], flat_[behind], TurnAt(static_cast<Corner>(at)));
+        at = behind;
+    } while (at != first);
+    return rounds;
 }
 
 int PolygonParter::TurnAt(Corner corner) const {
@@ -116,8 +210,9 @@ void PolygonParter::PrepareEars() {
         blockers.push_back(static_cast<Corner>(i));
     }
     blockers_.Build(flat_, std::move(blockers));
-    parts_.clear();
-    queue_.clear();
+    queue_.resize(count);
+    queue_begin_ = 0;
+    queued_ = 0;
     left_ = count;
     effort_left_ = kEffortPerCorner * static_cast<std::int64_t>(count);
 }
@@ -168,7 +263,8 @@ void PolygonParter::Queue(Corner corner) {
     const auto at = static_cast<std::size_t>(corner);
     if (is_queued_[at] || is_cut_[at]) return;
     is_queued_[at] = true;
-    queue_.push_back(corner);
+    queue_[(queue_begin_ + queued_) % queue_.size()] = corner;
+    ++queued_;
 }
 
 // What a corner is after one beside it has gone.
@@ -185,7 +281,7 @@ void PolygonParter::Cut(Corner tip) {
     const auto at = static_cast<std::size_t>(tip);
     const Corner before = before_[at];
     const Corner behind = behind_[at];
-    parts_.push_back({before, tip, behind});
+    Add(before, tip, behind);
     behind_[static_cast<std::size_t>(before)] = behind;
     before_[static_cast<std::size_t>(behind)] = before;
     is_cut_[at] = true;
@@ -201,12 +297,14 @@ void PolygonParter::Cut(Corner tip) {
 // Cutting an ear makes no others but beside it, so each corner is asked a few times only.
 void PolygonParter::CutEars(Ears kind) {
     for (std::size_t i = 0; i < flat_.size(); ++i) Queue(static_cast<Corner>(i));
-    for (std::size_t next = 0; next < queue_.size() && left_ > 3 && effort_left_ > 0; ++next) {
-        const Corner corner = queue_[next];
+    while (queued_ > 0 && left_ > 3 && effort_left_ > 0) {
+        const Corner corner = queue_[queue_begin_];
+        queue_begin_ = (queue_begin_ + 1) % queue_.size();
+        --queued_;
         is_queued_[static_cast<std::size_t>(corner)] = false;
         if (!is_cut_[static_cast<std::size_t>(corner)] && IsEar(corner, kind)) Cut(corner);
     }
-    queue_.clear();
+    queued_ = 0;
     is_queued_.assign(flat_.size(), false);
 }
 
@@ -216,23 +314,28 @@ void PolygonParter::FanRest() {
     Corner at = behind_[first];
     for (; left_ > 2; --left_) {
         const Corner next = behind_[static_cast<std::size_t>(at)];
-        parts_.push_back({static_cast<Corner>(first), at, next});
+        Add(static_cast<Corner>(first), at, next);
         at = next;
     }
 }
 
-PolygonParter::Outcome PolygonParter::Part(std::span<const std::int32_t> corners,
-                                           const GrowingArray<MeshPoint>& points,
-                                           GrowingArray<MeshTriangle>& triangles) {
-    if (corners.size() == 3 || !Flatten(corners, points) || IsConvex()) {
-        for (std::size_t i = 2; i < corners.size(); ++i) {
-            triangles.Add({corners[0], corners[i - 1], corners[i]});
-        }
-        return Outcome::Parted;
+void PolygonParter::Add(Corner a, Corner b, Corner c) {
+    triangles_->Add({corners_[static_cast<std::size_t>(a)], corners_[static_cast<std::size_t>(b)],
+                     corners_[static_cast<std::size_t>(c)]});
+}
+
+void PolygonParter::Fan() {
+    for (std::size_t i = 2; i < corners_.size(); ++i) {
+        triangles_->Add({corners_[0], corners_[i - 1], corners_[i]});
     }
+}
+
+PolygonParter::Outcome PolygonParter::PartByEars() {
+    const std::size_t first_triangle = triangles_->Size();
     PrepareEars();
     // Spikes have no area to either side, and would lend theirs to an ear beside them.
     CutEars(Ears::Spikes);
+    const bool goes_round_once = left_ == 3 || TurnsOfRest() == 1;
     // A polygon that touches itself may have ears left that touch something, and others again
     // when these are cut.
     for (std::size_t last = 0; left_ > 3 && left_ != last;) {
@@ -240,14 +343,39 @@ PolygonParter::Outcome PolygonParter::Part(std::span<const std::int32_t> corners
         CutEars(Ears::Proper);
         CutEars(Ears::Flat);
     }
-    if (effort_left_ <= 0) return Outcome::TooInvolved;
-    const bool is_crossing = left_ > 3;
-    FanRest();
-    for (const auto& [a, b, c] : parts_) {
-        triangles.Add({corners[static_cast<std::size_t>(a)], corners[static_cast<std::size_t>(b)],
-                       corners[static_cast<std::size_t>(c)]});
+    if (effort_left_ <= 0) {
+        triangles_->SetSize(first_triangle);
+        return Outcome::TooInvolved;
     }
+    const bool is_crossing = left_ > 3 || !goes_round_once || HasCrossingEdges();
+    FanRest();
     return is_crossing ? Outcome::Crossing : Outcome::Parted;
+}
+
+// What one face of very many corners took is not kept for the next of a few.
+void PolygonParter::FreeLarge() {
+    constexpr std::size_t kKept = 65536;
+    if (corners_.size() > kKept) *this = PolygonParter();
+}
+
+PolygonParter::Outcome PolygonParter::Part(std::span<const std::int32_t> corners,
+                                           const GrowingArray<MeshPoint>& points,
+                                           GrowingArray<MeshTriangle>& triangles) {
+    corners_ = corners;
+    triangles_ = &triangles;
+    Outcome outcome = Outcome::Parted;
+    if (corners.size() == 3) {
+        Fan();
+    } else if (!Flatten(points)) {
+        Fan();
+        if (!are_in_line(corners, points)) outcome = Outcome::Crossing;
+    } else if (IsConvex()) {
+        Fan();
+    } else {
+        outcome = PartByEars();
+    }
+    FreeLarge();
+    return outcome;
 }
 
 }  // namespace zol::engine

@@ -22,7 +22,8 @@ class PolygonParter {
 public:
     enum class Outcome {
         Parted,
-        /// The outline crosses itself: there are triangles, but none can cover it rightly.
+        /// The outline crosses itself or goes round more than once: there are triangles, but
+        /// none can cover it rightly.
         Crossing,
         /// Given up, for it would take too long; nothing is added.
         TooInvolved
@@ -37,8 +38,13 @@ public:
 private:
     using Corner = std::int32_t;
 
-    bool Flatten(std::span<const std::int32_t> corners, const GrowingArray<MeshPoint>& points);
+    bool Flatten(const GrowingArray<MeshPoint>& points);
     bool IsConvex() const;
+    Outcome PartByEars();
+    void Fan();
+    void FreeLarge();
+    bool HasCrossingEdges() const;
+    int TurnsOfRest() const;
     void PrepareEars();
     int TurnAt(Corner corner) const;
     bool TurnsBack(Corner corner) const;
@@ -52,17 +58,23 @@ private:
     void Settle(Corner corner);
     void Queue(Corner corner);
     void FanRest();
+    void Add(Corner a, Corner b, Corner c);
 
+    // Of the call of Part.
+    std::span<const std::int32_t> corners_;
+    GrowingArray<MeshTriangle>* triangles_ = nullptr;
     std::vector<PlanePoint> flat_;
     std::vector<Corner> before_;
     std::vector<Corner> behind_;
-    // Corners to look at, in turn; each is in it once at most.
+    // Corners to look at, in turn, from queue_begin_ round the end of the list; each is in it
+    // once at most.
     std::vector<Corner> queue_;
+    std::size_t queue_begin_ = 0;
+    std::size_t queued_ = 0;
     std::vector<bool> is_queued_;
     std::vector<bool> is_cut_;
     std::vector<bool> is_blocker_;
     BlockerTree blockers_;
-    std::vector<std::array<Corner, 3>> parts_;
     std::size_t left_ = 0;
     std::int64_t effort_left_ = 0;
 };

@@ -27,6 +27,15 @@ std::uint64_t size_of(std::uint64_t facets) {
     return kStlHeaderSize + facets * kStlFacetSize;
 }
 
+// Headers of the binary form may begin with any text, "solid" too; behind them are bytes that
+// no text has.
+bool is_text(std::string_view head) {
+    return std::none_of(head.begin(), head.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r' &&
+               c != '\f';
+    });
+}
+
 }  // namespace
 
 bool is_binary_stl(const File& file) {
@@ -36,13 +45,7 @@ bool is_binary_stl(const File& file) {
 
 bool is_text_stl(std::string_view head) {
     if (head.starts_with("\xEF\xBB\xBF")) head.remove_prefix(3);
-    // Headers of the binary form begin with "solid" too; behind them are bytes that no text
-    // has.
-    const auto is_no_text = [](char c) {
-        return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r' &&
-               c != '\f';
-    };
-    if (std::any_of(head.begin(), head.end(), is_no_text)) return false;
+    if (!is_text(head)) return false;
     const std::size_t begin = head.find_first_not_of(" \t\r\n");
     if (begin == head.npos) return false;
     head.remove_prefix(begin);
@@ -58,6 +61,9 @@ MeshData read_stl(const File& file) {
     const std::optional<std::uint64_t> facets = stated_facets(file);
     if (!facets) throw ReadError("it is too short for an STL file");
     const std::uint64_t needed = size_of(*facets);
+    if (needed > file.Size() && is_text(head)) {
+        throw ReadError("it is a text that does not begin with \"solid\", as a text STL does");
+    }
     if (needed > file.Size()) {
         throw ReadError("it states " + std::to_string(*facets) + " facets, which take " +
                         std::to_string(needed) + " bytes, and has " + std::to_string(file.Size()));

@@ -15,11 +15,13 @@ namespace {
 constexpr std::size_t kBlock = std::size_t{1} << 18;
 
 void refuse_wide_text(std::string_view head) {
+    // That of UTF-32 begins with the mark of UTF-16.
+    if (head.starts_with(std::string_view("\xFF\xFE\0\0", 4)) ||
+        head.starts_with(std::string_view("\0\0\xFE\xFF", 4))) {
+        throw ReadError("the text is UTF-32; save it as UTF-8");
+    }
     if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) {
         throw ReadError("the text is UTF-16; save it as UTF-8");
-    }
-    if (head.starts_with(std::string_view("\0\0\xFE\xFF", 4))) {
-        throw ReadError("the text is UTF-32; save it as UTF-8");
     }
 }
 
@@ -100,6 +102,15 @@ std::string_view without_blanks(std::string_view text) {
     return text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
 }
 
+std::string_view without_comment(std::string_view text) {
+    for (std::size_t at = text.find('#'); at != text.npos; at = text.find('#', at + 1)) {
+        if (at > 0 && text[at - 1] != ' ' && text[at - 1] != '\t') continue;
+        text = text.substr(0, at);
+        break;
+    }
+    return without_blanks(text);
+}
+
 bool is_same_word(std::string_view a, std::string_view b) {
     const auto small = [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -126,7 +137,19 @@ bool read_whole(std::string_view word, std::int64_t& value) {
 
 std::string quoted(std::string_view word) {
     constexpr std::size_t kMost = 40;
-    return '"' + std::string(word.substr(0, kMost)) + (word.size() > kMost ? "..." : "") + '"';
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    std::string text = "\"";
+    for (const char c : word.substr(0, kMost)) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code >= 0x20 && code != 0x7F) {
+            text += c;
+        } else {
+            text += "\\x";
+            text += kDigits[code >> 4];
+            text += kDigits[code & 15];
+        }
+    }
+    return text + (word.size() > kMost ? "...\"" : "\"");
 }
 
 }  // namespace zol::engine

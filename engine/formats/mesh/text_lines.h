@@ -95,6 +95,10 @@ inline std::string_view take_word(std::string_view& rest) {
 /// Without blanks and tabs at both ends.
 std::string_view without_blanks(std::string_view text);
 
+/// The same without a comment at the end, too: a # that begins the text or has a blank in
+/// front of it begins one.
+std::string_view without_comment(std::string_view text);
+
 /// True when the texts are the same but for the case of A to Z.
 bool is_same_word(std::string_view a, std::string_view b);
 
@@ -105,7 +109,8 @@ bool read_real(std::string_view word, double& value);
 /// Reads all of `word` as a whole number of 64 bits, with a sign or none.
 bool read_whole(std::string_view word, std::int64_t& value);
 
-/// A word for a text about a fault: in quotes, cut when it is long.
+/// A word for a text about a fault: in quotes, cut when it is long, control characters as
+/// "\x00".
 std::string quoted(std::string_view word);
 
 }  // namespace zol::engine

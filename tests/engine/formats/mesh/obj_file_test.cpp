@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <string>
 
 #include "tests/engine/formats/mesh/mesh_measures.h"
@@ -138,8 +139,14 @@ TEST(ObjFile, ThatIsBrokenIsRefusedWithItsLine) {
          "line 4: \"99999999999999999999\" is no corner of a face"},
         {"backwards beyond", three + "f -1 -2 -4\n",
          "line 4: a face names vertex -4; there are 3 so far"},
-        {"polygon of later points", three + "f 1 2 3 4\nv 1 1 0\n",
-         "line 4: a face of more than three corners names vertex 4; there are 3 so far"},
+        {"polygon of points that never come", three + "f 1 2 3 5\nv 1 1 0\n",
+         "line 4: a face names vertex 5; there are 4"},
+        {"a NUL in a comment", three + std::string("# a\0\n", 5), "line 4: it holds a NUL byte"},
+        {"a NUL behind a point", std::string("v 0 0 0 #\0\n", 11), "line 1: it holds a NUL byte"},
+        {"a NUL behind a face", three + std::string("f 1 2 3 #\0\n", 11),
+         "line 4: it holds a NUL byte"},
+        {"a NUL in a number", std::string("v 0 0 0\0 1\n", 11), "line 1: \"0\\x00\" is no number"},
+        {"no word of OBJ", "a table\nof points\n\n# c\n", "it is no OBJ file: none of its lines"},
         {"texture index beyond", three + "vt 0 0\nf 1/1 2/2 3/1\n",
          "line 5: a face names texture vertex 2; there are 1"},
         {"normal index 0", three + "f 1//0 2//1 3//1\n",
@@ -158,6 +165,42 @@ TEST(ObjFile, ThatIsBrokenIsRefusedWithItsLine) {
     }
     EXPECT_EQ(refusal_of(read_obj, content_of(sample("number_formats.obj"))),
               "line 11: \"3.1+e2\" is no number");
+}
+
+TEST(ObjFile, HasPolygonsInTheirOrderWhereverTheirPointsAre) {
+    const std::string square = "v 0 0 0\nv 4 0 0\nv 4 4 0\nv 0 4 0\n";
+    // An arrow, whose fan from its first corner would lie on itself.
+    const std::string arrow = "v 0 0 1\nv 4 2 1\nv 0 4 1\nv 1 2 1\n";
+    const std::string faces = "f 5 6 7 8\nf 1 2 3\nf 1 2 3 4\nf 8 5 6\nf 2 3 4 1\n";
+    const MeshData behind = read_text(read_obj, square + arrow + faces);
+    ASSERT_EQ(behind.triangles.Size(), 8U);
+    for (const std::string& content : {faces + square + arrow, square + faces + arrow,
+                                       square + "f 5 6 7 8\n" + arrow + faces.substr(10)}) {
+        SCOPED_TRACE(content);
+        const MeshData mesh = read_text(read_obj, content);
+        ASSERT_EQ(mesh.triangles.Size(), behind.triangles.Size());
+        for (std::size_t i = 0; i < mesh.triangles.Size(); ++i) {
+            EXPECT_EQ(mesh.triangles[i], behind.triangles[i]) << i;
+        }
+        EXPECT_EQ(attributes_of(mesh, "source_faces"), "5");
+    }
+}
+
+TEST(ObjFile, SaysWhatItPassedThatIsNotOfTheFormat) {
+    const TemporaryFile words("");
+    ::setenv("ZOL_DIAGNOSTICS", words.Path().c_str(), 1);
+    read_text(read_obj, "v 0 0 0\ns off\nshape a\nl 1 1\nV 1 2 3\n");
+    // A tie in the sixth line, a star of five tips, a square drawn twice.
+    read_text(read_obj,
+              "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nf 1 2 3 4\nf 1 3 2 4\n"
+              "v 0 3 0\nv 3 1 0\nv 2 -2 0\nv -2 -2 0\nv -3 1 0\nf 5 7 9 6 8\n"
+              "f 1 2 3 4 1 2 3 4\n");
+    read_text(read_obj, "f 1 3 2 4\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nf 1 3 2 4\n");
+    ::unsetenv("ZOL_DIAGNOSTICS");
+    const std::string said = content_of(words.Path());
+    EXPECT_THAT(said, HasSubstr("none of OBJ: 2, the first \"shape\" in line 3"));
+    EXPECT_THAT(said, HasSubstr("faces that cross themselves: 3, the first in line 6"));
+    EXPECT_THAT(said, HasSubstr("faces that cross themselves: 2, the first in line 1"));
 }
 
 TEST(ObjFile, WithAFaceOfVeryManyCornersIsReadSoon) {

@@ -83,6 +83,8 @@ TEST_F(ObjMaterials, SayColourOpacityAndTexture) {
          "newmtl red\nmap_Kd -s 1 1 -o 0.5 0 0 -mm 0 1 -clamp on -blendu off -bm 2 -t 1 a b.png\n",
          "- - a b.png"},
         {"number for a name", "newmtl red\nmap_Kd -s 1 1 1 5\n", "- - 5"},
+        {"comments", "newmtl red # c\nKd 1 0 0 # c\nmap_Kd a.jpg # c\n", "255 0 0 - a.jpg"},
+        {"joined lines", "newmtl \\\nred\nKd 1 \\\n0 0\n", "255 0 0 - -"},
         {"no last line end", "newmtl red\nKd 1 0 0", "255 0 0 - -"},
     };
     for (const Case& row : cases) {
@@ -107,16 +109,53 @@ TEST_F(ObjMaterials, AreFoundThroughTheNamesOfLibraries) {
     EXPECT_EQ(texture_, folder_ / "sub/maps/t.png");
 }
 
+TEST_F(ObjMaterials, MayHaveAHashInTheirNames) {
+    Write("m.mtl", "newmtl Material #25\nKd 1 0 0\nnewmtl Material #26\nKd 0 0 1\n");
+    const std::string head = "mtllib m.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\n";
+    EXPECT_EQ(LookOf(head + "usemtl Material #26\nf 1 2 3\n"), "0 0 255 - -");
+    EXPECT_EQ(materials_, "Material #26");
+    Write("m.mtl", "newmtl red\nKd 1 0 0\n");
+    EXPECT_EQ(LookOf(head + "usemtl red # c\nf 1 2 3\n"), "255 0 0 - -");
+}
+
 TEST_F(ObjMaterials, AreThatOfMostTriangles) {
-    Write("m.mtl", "newmtl red\nKd 1 0 0\nnewmtl blue #2\nKd 0 0 1\n");
+    Write("m.mtl", "newmtl red\nKd 1 0 0\nnewmtl blue#2\nKd 0 0 1\n");
     const std::string head = std::string("mtllib m.mtl\n") + kTriangle;
-    EXPECT_EQ(LookOf(head + "usemtl blue #2\nf 1 2 4\n"), "255 0 0 - -");
-    EXPECT_EQ(LookOf(head + "usemtl blue #2\nf 1 2 4\nusemtl none\nusemtl blue #2\nf 1 4 3\n"),
+    EXPECT_EQ(LookOf(head + "usemtl blue#2\nf 1 2 4\n"), "255 0 0 - -");
+    EXPECT_EQ(LookOf(head + "usemtl blue#2\nf 1 2 4\nusemtl none\nusemtl blue#2\nf 1 4 3\n"),
               "0 0 255 - -");
-    EXPECT_EQ(materials_, "red|blue #2");
+    EXPECT_EQ(materials_, "red|blue#2");
     // A quadrangle is two of them.
-    EXPECT_EQ(LookOf(head + "usemtl blue #2\nv 1 1 0\nf 1 2 5 3\n"), "0 0 255 - -");
+    EXPECT_EQ(LookOf(head + "usemtl blue#2\nv 1 1 0\nf 1 2 5 3\n"), "0 0 255 - -");
     EXPECT_EQ(LookOf(head + "usemtl\nf 1 2 4\nf 1 3 4\n"), "255 0 0 - -");
+}
+
+TEST_F(ObjMaterials, AreLookedForInEachLibraryOnceAndInSoManyOnly) {
+    Write("bad.mtl", std::string("\0", 1));
+    Write("red.mtl", "newmtl red\nKd 1 0 0\n");
+    std::string same = "mtllib";
+    std::string others = "mtllib";
+    for (int i = 0; i < 100; ++i) {
+        same += i % 2 == 0 ? " bad.mtl" : " ./bad.mtl";
+        others += " no" + std::to_string(i);
+    }
+    const std::string triangle = std::string(" red.mtl\n") + kTriangle;
+    EXPECT_EQ(LookOf(same + triangle), "255 0 0 - -");
+    const std::string words = Words();
+    EXPECT_NE(words.find("NUL byte"), words.npos);
+    EXPECT_EQ(words.find("NUL byte"), words.rfind("NUL byte"));
+    EXPECT_EQ(LookOf(others + triangle), "- - -");
+    EXPECT_THAT(Words(), HasSubstr("more libraries of materials than are looked at"));
+    // 80 MiB of them.
+    std::string large = "mtllib";
+    for (int i = 0; i < 5; ++i) {
+        const std::string name = "large" + std::to_string(i) + ".mtl";
+        Write(name, "");
+        std::filesystem::resize_file(folder_ / name, 1 << 24);
+        large += " " + name;
+    }
+    LookOf(large + triangle);
+    EXPECT_THAT(Words(), HasSubstr("large4.mtl: the libraries of materials are too large"));
 }
 
 TEST_F(ObjMaterials, ThatCantBeHadLeaveTheMeshWithAWord) {

@@ -181,6 +181,8 @@ TEST(PlyFile, IsReadInEveryVariant) {
         {"carriage returns alone", returns, 2, "- - -"},
         {"a body like a line end", bytes + body.Text(), 2, "- - -"},
         {"the same behind a return", bytes_and_returns + body.Text(), 2, "- - -"},
+        {"no faces", text(std::string(kPoints) + "element face 0\nproperty uchar a\n", kFourPoints),
+         0, "- - -"},
         {"strips", text(strips, std::string(kFourPoints) + "4 0 1 3 2"), 2, "- - -"},
         {"two strips in a list", text(strips, std::string(kFourPoints) + "8 0 1 2 -1 0 2 3 -1"), 2,
          "- - -"},
@@ -199,7 +201,9 @@ TEST(PlyFile, IsReadInEveryVariant) {
         const MeshData mesh = read_text(read_ply, row.content);
         EXPECT_EQ(mesh.points.Size(), 4U);
         ASSERT_EQ(mesh.triangles.Size(), row.triangles);
-        EXPECT_EQ(area_of(mesh), 1.0);
+        if (row.triangles > 0) {
+            EXPECT_EQ(area_of(mesh), 1.0);
+        }
         // All of them look the same way.
         for (std::size_t t = 0; t < row.triangles; ++t) EXPECT_GE(cross_of(mesh, t)[2], 0.0);
         EXPECT_EQ(look_of(mesh), row.look);
@@ -232,6 +236,13 @@ TEST(PlyFile, IsRefusedWithThePlaceOfTheFault) {
     billion << 1000000000 << 0 << 1 << 2;
     Body nan(Body::kBig);
     nan << 0.0F << std::numeric_limits<float>::quiet_NaN() << 0.0F;
+    std::string many_elements = kPoints;
+    std::string many_properties = "element vertex 1\n";
+    for (int i = 0; i < 1000; ++i) {
+        many_elements += "element e" + std::to_string(i) + " 0\n";
+        many_properties += "property int p" + std::to_string(i) + "\n";
+    }
+    many_properties += "property int x\n";
     struct Case {
         const char* name;
         std::string content;
@@ -275,6 +286,12 @@ TEST(PlyFile, IsRefusedWithThePlaceOfTheFault) {
          "its vertices have no property z"},
         {"more than counted", text(kPoints, points + "0 1 2"),
          "line 9: there is more than the header counts"},
+        {"more than counted, in bytes", square(Body::kLittle) + '\n',
+         "there is more than the header counts, at byte"},
+        {"too many elements", text(many_elements, kFourPoints),
+         "line 1006: there are too many elements"},
+        {"too many properties", text(many_properties, ""),
+         "line 1004: the element has too many properties"},
         {"no vertices", text("element face 0\nproperty list uchar int vertex_indices\n", ""),
          "no element \"vertex\""},
         {"faces without points",

@@ -206,6 +206,8 @@ TEST(StlFile, IsRefusedWithThePlaceOfTheFault) {
         {"not a number", binary({none}), "facet 1 at byte 84"},
         {"a count too high", lies, "states 2 facets, which take 184 bytes, and has 134"},
         {"a count of four billion", huge, "states 4294967295 facets"},
+        {"a text of another kind", std::string("facet normal 0 0 1\n") + kText,
+         "a text that does not begin with \"solid\""},
         {"no text, too short", "sol", "too short"},
         {"two vertices", text(begin + "endloop\nendfacet\n"), "line 6: the facet has less than 3"},
         {"four vertices", text(begin + "vertex 0 1 0\nvertex 1 1 0\nendloop\nendfacet\n"),

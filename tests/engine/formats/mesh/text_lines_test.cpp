@@ -61,6 +61,7 @@ TEST(TextLines, EndInEveryWayThatTextsEndThem) {
          "a\n",
          "a@5|"},
         {"UTF-16", std::string("\xFF\xFEv\0", 4), "the text is UTF-16; save it as UTF-8"},
+        {"UTF-32", std::string("\xFF\xFE\0\0v\0\0\0", 8), "the text is UTF-32; save it as UTF-8"},
         {"UTF-16, high byte first", "\xFE\xFF", "the text is UTF-16; save it as UTF-8"},
     };
     for (const Case& row : cases) {
@@ -86,6 +87,24 @@ TEST(TextLines, AreWholeAcrossBlocks) {
 TEST(TextLines, RefuseALineWithoutEnd) {
     EXPECT_EQ(lines_of("a\n" + std::string(TextLines::kMostBytesOfLine + kBlock, 'x')),
               "a@2|line 2: it is longer than 67108864 bytes");
+}
+
+TEST(TextLines, HaveACommentBehindABlankAndHash) {
+    const struct {
+        const char* text;
+        const char* expected;
+    } rows[] = {
+        {" a b\t", "a b"}, {"a # c", "a"},    {"a\t#c", "a"}, {"#c", ""},       {" # c", ""},
+        {"a#1", "a#1"},    {"a#1 #c", "a#1"}, {"a##", "a##"}, {"a #b #c", "a"}, {"", ""},
+    };
+    for (const auto& row : rows) EXPECT_EQ(zol::engine::without_comment(row.text), row.expected);
+}
+
+TEST(TextLines, AreQuotedWithoutControlCharacters) {
+    const auto quoted = [](std::string_view text) { return zol::engine::quoted(text); };
+    EXPECT_EQ(quoted(std::string_view("a\0b\x1F\x7F", 5)), "\"a\\x00b\\x1F\\x7F\"");
+    EXPECT_EQ(quoted("r\xC3\xA9sum\xC3\xA9"), "\"r\xC3\xA9sum\xC3\xA9\"");
+    EXPECT_EQ(quoted(std::string(41, 'x')), '"' + std::string(40, 'x') + "...\"");
 }
 
 std::optional<double> real_of(const std::string& text) {

@@ -93,6 +93,14 @@ TEST(TsurfFile, HasPointsByTheirNumbers) {
                           "ATOM 8 6\nPVRTX 7 4 4 1 -99999 CNXYZ\nTRGL 5 8 7\n")},
         {"numbers that begin again",
          surface(three + "TRGL 1 2 3\n") + "GOCAD TSurf 1\nHEADER {name:b}\nVRTX 1 4 4 1\nEND\n"},
+        {"numbers from far off", surface("VRTX 900000001 1 2 3\nVRTX 900000002 4 5 6\n"
+                                         "VRTX 900000003 7 8 10\nVRTX 5 4 4 1\n"
+                                         "TRGL 900000001 900000002 900000003\n")},
+        {"numbers far apart, also backwards",
+         surface("VRTX 9000000000 1 2 3\nVRTX 9223372036854775807 4 5 6\n"
+                 "VRTX -9223372036854775808 7 8 10\nVRTX 7000000000000 4 4 1\n"
+                 "TRGL 9000000000 9223372036854775807 -9223372036854775808\n"
+                 "TRGL -9223372036854775808 9223372036854775807 7000000000000\n")},
         {"what is passed over",
          surface("# c\nKEEP 1\n" + three +
                  "VRTX 4 4 4 1 CNXYZ\nTRGL 1 2 3\nTRGL 3 2 4\n"
@@ -188,6 +196,9 @@ TEST(TsurfFile, ThatIsBrokenIsRefusedWithItsLine) {
         {"number twice", surface("VRTX 1 0 0 0\nVRTX 1 1 0 0\n"),
          "line 6: there is a point 1 already"},
         {"far number twice", surface("VRTX 123456789 0 0 0\nVRTX 123456789 1 0 0\n"), "already"},
+        {"far number twice, behind a greater one",
+         surface("VRTX 1 0 0 0\nVRTX 80000000 0 0 0\nVRTX 70000000 0 0 0\nVRTX 70000000 0 0 0\n"),
+         "line 8: there is a point 70000000 already"},
         {"unknown corner", surface("VRTX 1 0 0 0\nTRGL 1 1 2\n"), "line 6: there is no point 2"},
         {"far unknown corner", surface("VRTX 1 0 0 0\nTRGL 1 1 -1\n"), "there is no point -1"},
         {"two corners", surface("VRTX 1 0 0 0\nTRGL 1 1\n"), "the number of a point is expected"},
