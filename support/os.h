@@ -53,6 +53,13 @@ PathKind kind_of(const char* path);
 std::string current_directory();
 std::string executable_path();
 
+/// The stack of the calling thread; both 0 when the system doesn't say.
+struct Stack {
+    std::uintptr_t lowest = 0;
+    std::uintptr_t end = 0;
+};
+Stack stack_of_this_thread();
+
 /// Null when the variable isn't set. Gone with the next change of the environment.
 const char* environment_value(const char* name);
 /// A null value deletes the variable.

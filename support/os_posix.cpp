@@ -1,6 +1,7 @@
 #include "support/os.h"
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -162,6 +163,19 @@ std::string executable_path() {
         return {};
     }
     return std::string(text.data(), static_cast<std::size_t>(length));
+}
+
+Stack stack_of_this_thread() {
+    pthread_attr_t attributes;
+    if (::pthread_getattr_np(::pthread_self(), &attributes) != 0) {
+        return {};
+    }
+    void* lowest = nullptr;
+    std::size_t size = 0;
+    ::pthread_attr_getstack(&attributes, &lowest, &size);
+    ::pthread_attr_destroy(&attributes);
+    const auto address = reinterpret_cast<std::uintptr_t>(lowest);
+    return {address, address + size};
 }
 
 const char* environment_value(const char* name) {

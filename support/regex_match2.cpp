@@ -1,13 +1,13 @@
 // The family that stands on std::regex. Its matcher recurses for every byte it takes, so
 // the stack is watched: a match that would run out of it is given up, never a crash.
-#include <pthread.h>
-
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <regex>
 
 #include "support/err_print.h"
+#include "support/os.h"
 #include "support/regex.h"
 
 namespace {
@@ -27,24 +27,6 @@ constexpr std::size_t kBytesPerState = 1024;
 // The standard library's own limit.
 constexpr std::size_t kMostStates = 100'000;
 
-struct Stack {
-    std::uintptr_t lowest = 0;
-    std::uintptr_t end = 0;
-};
-
-Stack stack_of_this_thread() {
-    pthread_attr_t attributes;
-    if (::pthread_getattr_np(::pthread_self(), &attributes) != 0) {
-        return {};
-    }
-    void* lowest = nullptr;
-    std::size_t size = 0;
-    ::pthread_attr_getstack(&attributes, &lowest, &size);
-    ::pthread_attr_destroy(&attributes);
-    const auto address = reinterpret_cast<std::uintptr_t>(lowest);
-    return {address, address + size};
-}
-
 std::uintptr_t here() {
     return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
 }
@@ -52,7 +34,7 @@ std::uintptr_t here() {
 // The lowest address that the stack may reach.
 std::uintptr_t stack_limit() {
     // It never moves, and on the first thread it is not cheap to ask for.
-    thread_local const Stack stack = stack_of_this_thread();
+    thread_local const zol::os::Stack stack = zol::os::stack_of_this_thread();
     const std::uintptr_t now = here();
     if (now <= stack.lowest || now > stack.end) {
         return now - kUnknownStack + kSpare;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <new>
+#include <utility>
 
 #include "support/strtab.h"
 #include "support/strtab_entry.h"
@@ -31,10 +32,18 @@ public:
         if (T* const found = Get(key)) {
             return *found;
         }
-        if (const T fresh{}; strtab_Set(table_, key, &fresh) == 0) {
+        return *Add(key).second;
+    }
+    /// A fresh value under a key that is not there yet, and the map's own copy of the key.
+    /// Throws std::bad_alloc.
+    std::pair<const char*, T*> Add(const char* key) {
+        const T fresh{};
+        const zol::support::StrtabEntry* const entry =
+            zol::support::add_entry(*table_, key, &fresh);
+        if (entry == nullptr) {
             throw std::bad_alloc();
         }
-        return *Get(key);
+        return {entry->key, static_cast<T*>(entry->value)};
     }
     void Remove(const char* key) { strtab_Remove(table_, key); }
 

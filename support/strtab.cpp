@@ -156,7 +156,32 @@ bool double_buckets(strtab_t& table) {
     return true;
 }
 
+// `wanted` is in no bucket yet.
+StrtabEntry* add(strtab_t& table, const StrtabEntry& wanted) {
+    const auto place = [&] { return wanted.hash & table.mask; };
+    if (static_cast<std::uint32_t>(array_Count(bucket_at(table, place()))) > table.mask &&
+        !double_buckets(table)) {
+        return nullptr;
+    }
+    array_t* const bucket = bucket_made(table, place());
+    return bucket != nullptr && append_copy(table, *bucket, wanted)
+               ? entries_of(*bucket)[bucket->count - 1]
+               : nullptr;
+}
+
 }  // namespace
+
+namespace zol::support {
+
+const array_t* bucket_of(const strtab_t& table, const char* key) {
+    return bucket_at(table, keyed(key).hash & table.mask);
+}
+
+StrtabEntry* add_entry(strtab_t& table, const char* key, const void* value) {
+    return add(table, keyed(key, value));
+}
+
+}  // namespace zol::support
 
 strtab_t* strtab_New() {
     auto* const table = static_cast<strtab_t*>(std::calloc(1, sizeof(strtab_t)));
@@ -219,8 +244,7 @@ int strtab_Set(strtab_t* table, const char* key, const void* value) {
         return 0;
     }
     const StrtabEntry wanted = keyed(key, value);
-    const auto place = [&] { return wanted.hash & table->mask; };
-    array_t* bucket = bucket_at(*table, place());
+    array_t* const bucket = bucket_at(*table, wanted.hash & table->mask);
     const std::int32_t index = index_in(bucket, wanted);
     if (index != kNotFound) {
         // The copy comes first: `value` may be the very value that goes.
@@ -235,11 +259,7 @@ int strtab_Set(strtab_t* table, const char* key, const void* value) {
         entry.value = copy;
         return 1;
     }
-    if (static_cast<std::uint32_t>(array_Count(bucket)) > table->mask && !double_buckets(*table)) {
-        return 0;
-    }
-    bucket = bucket_made(*table, place());
-    return bucket != nullptr && append_copy(*table, *bucket, wanted) ? 1 : 0;
+    return add(*table, wanted) != nullptr ? 1 : 0;
 }
 
 void strtab_Remove(strtab_t* table, const char* key) {

@@ -20,6 +20,13 @@ inline array_t* bucket_at(const strtab_t& table, std::uint32_t bucket) {
     return static_cast<array_t**>(table.buckets->data)[bucket];
 }
 
+/// The bucket that a key is in, or would be; null while nothing is.
+const array_t* bucket_of(const strtab_t& table, const char* key);
+
+/// A new entry with copies of the key, which must not be in the table, and of the value.
+/// Null when memory is short.
+StrtabEntry* add_entry(strtab_t& table, const char* key, const void* value);
+
 /// The bucket, made when it is not there yet; null when memory is short.
 array_t* bucket_made(strtab_t& table, std::uint32_t bucket);
 

@@ -23,6 +23,7 @@ class VariantWalker;
 template <typename T>
 class VStringMap;
 namespace zol::support {
+class EntryFinder;
 class VariantTextReader;
 }
 
@@ -207,6 +208,7 @@ public:
 
 private:
     friend class VariantWalker;
+    friend class zol::support::EntryFinder;
     friend class zol::support::VariantTextReader;
 
     bool Owns() const noexcept {

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/entry_finder.h"
 #include "support/little_endian.h"
 #include "support/variant.h"
 #include "support/variant_record.h"
@@ -79,7 +80,11 @@ private:
         if (size > here.end - at_) return FailKey("a key reaches behind its map");
         const char* key = reinterpret_cast<const char*>(bytes_.data() + at_);
         at_ += size;
-        return &(*here.container)[std::string(key + kCount, key + size).c_str()];
+        MVariant& slot =
+            entries_.Entry(*here.container, std::string(key + kCount, key + size).c_str());
+        // Of a key that comes twice.
+        entries_.Forget(slot);
+        return &slot;
     }
 
     /// Reads the record at `at_`, which must end at or before `end`, and steps behind it;
@@ -123,6 +128,7 @@ private:
     std::size_t at_ = 0;
     std::vector<Open> open_;
     std::optional<RecordFault> fault_;
+    zol::support::EntryFinder entries_;
 };
 
 /// How many bytes a record says that it has.

@@ -6,6 +6,7 @@
 
 #include "support/ascii.h"
 #include "support/byte_source.h"
+#include "support/entry_finder.h"
 #include "support/number_text.h"
 #include "support/open_file.h"
 #include "support/variant.h"
@@ -64,11 +65,11 @@ private:
             case '"': {
                 std::string text;
                 tokens_.ReadQuoted(text);
-                value = MVariant(std::move(text));
+                Overwritten(value) = MVariant(std::move(text));
                 break;
             }
             case 'u':
-                value.Clear();
+                Overwritten(value).Clear();
                 break;
             case '[':
                 Open(value, MV_VECTOR);
@@ -88,7 +89,7 @@ private:
     // A container of the kind that is there already keeps what is in it.
     void Open(MVariant& value, MVariantKind kind) {
         if (value.Kind() != kind) {
-            value = MVariant(kind);
+            Overwritten(value) = MVariant(kind);
         }
         open_.push_back({&value, 0, kind == MV_VECTOR});
     }
@@ -96,14 +97,19 @@ private:
     void ReadNumber(int first, MVariant& value) {
         const VariantTokens::Number number = tokens_.ReadNumber(first);
         if (number.is_whole) {
-            value = read_int64(number.text);
+            Overwritten(value) = read_int64(number.text);
         } else if (!number.is_hexadecimal) {
-            value = read_double(number.text);
+            Overwritten(value) = read_double(number.text);
         } else if (!number.text.empty()) {
             // The kind stays as it was, so that the text form of a pointer gives a value
             // that is empty still.
-            value.SetWord(read_hex(number.text));
+            Overwritten(value).SetWord(read_hex(number.text));
         }
+    }
+
+    MVariant& Overwritten(MVariant& value) {
+        entries_.Forget(value);
+        return value;
     }
 
     // Where the next value goes; null when all are read, and on a fault.
@@ -143,7 +149,7 @@ private:
             return nullptr;
         }
         map.count = 1;
-        return &(*map.value)[key_];
+        return &entries_.Entry(*map.value, key_.c_str());
     }
 
     void Tell(MVariant& errors) const {
@@ -163,6 +169,7 @@ private:
     // The innermost last.
     std::vector<Container> open_;
     std::string key_;
+    EntryFinder entries_;
 };
 
 }  // namespace zol::support

@@ -3,19 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <string>
 
 #include "support/messages.h"
+#include "tests/support/plain_locales.h"
 
 namespace zol::support {
 namespace {
 
 TEST(MessagePieces, AreTranslatedEachWithoutTheWhiteSpaceAroundThem) {
-    // "\xA0" is white space in some locales.
-    const char* const before = std::setlocale(LC_ALL, nullptr);
-    const std::string restore = before == nullptr ? "C" : before;
-    std::setlocale(LC_ALL, "");
     const struct {
         const char* name;
         std::string text;
@@ -31,13 +27,14 @@ TEST(MessagePieces, AreTranslatedEachWithoutTheWhiteSpaceAroundThem) {
         {"null bytes are text", std::string("\0 \0 ", 4), std::string("<\0 \0> ", 6)},
         {"bytes above 127 are text", "\xA0x\x85", "<\xA0x\x85>"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(
-            translate_pieces(row.text, [](const std::string& piece) { return '<' + piece + '>'; }),
-            row.expected);
-    }
-    std::setlocale(LC_ALL, restore.c_str());
+    in_every_locale([&] {
+        for (const auto& row : rows) {
+            SCOPED_TRACE(row.name);
+            EXPECT_EQ(translate_pieces(row.text,
+                                       [](const std::string& piece) { return '<' + piece + '>'; }),
+                      row.expected);
+        }
+    });
 }
 
 TEST(MessageCleaning, CutsTheContextAndDropsEscapes) {

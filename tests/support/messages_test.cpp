@@ -49,6 +49,8 @@ protected:
     std::string Run(const std::function<std::string()>& work) {
         return in_child([&] {
             ::setenv("OSTREL_FLIB", (folder_ / "bin/flib").c_str(), 1);
+            // Whoever runs the tests may have it set.
+            ::unsetenv("SAVE_UNTRANSLATED");
             fs::current_path(folder_);
             return work();
         });

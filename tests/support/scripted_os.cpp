@@ -92,6 +92,11 @@ std::string executable_path() {
     return os_script.executable_path;
 }
 
+// The answer of a system that doesn't say.
+Stack stack_of_this_thread() {
+    return {};
+}
+
 const char* environment_value(const char* name) {
     const auto found = os_script.environment.find(name);
     return found == os_script.environment.end() ? nullptr : found->second.c_str();

@@ -15,6 +15,7 @@
 #include "support/number_text.h"
 #include "support/variant.h"
 #include "tests/engine/temporary_file.h"
+#include "tests/support/made_locales.h"
 #include "tests/support/random_variant.h"
 #include "tests/support/variant_building.h"
 #include "tests/support/variant_text_form.h"
@@ -216,16 +217,14 @@ class StrangeSurroundings {
 public:
     StrangeSurroundings() : locale_(std::locale(std::locale(), new Comma)) {
         std::locale::global(locale_);
-        // Not every machine has one of these.
-        for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8"}) {
-            if (std::setlocale(LC_ALL, name) != nullptr) break;
+        if (made_.Set("de_DE", "UTF-8")) {
+            EXPECT_STREQ(std::localeconv()->decimal_point, ",");
         }
         std::fesetround(FE_UPWARD);
     }
     ~StrangeSurroundings() {
         std::fesetround(FE_TONEAREST);
         std::locale::global(std::locale::classic());
-        std::setlocale(LC_ALL, "C");
     }
     StrangeSurroundings(const StrangeSurroundings&) = delete;
     StrangeSurroundings& operator=(const StrangeSurroundings&) = delete;
@@ -237,6 +236,7 @@ private:
         std::string do_grouping() const override { return "\3"; }
     };
     std::locale locale_;
+    zol::testing_support::MadeLocales made_;
 };
 
 std::vector<std::string> answers() {
