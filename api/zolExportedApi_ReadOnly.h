@@ -875,7 +875,8 @@ ZOL_EXPORTED int ZOL_Triangulation_GetTriangle(TriangulationHandle* handle, cons
 
 /**
  * The volume that the triangulation encloses, in cubed units of its coordinates, never below
- * 0: by signed tetrahedra against one point (Gauss's theorem). 0 for one that is not closed.
+ * 0: by signed tetrahedra against one point (Gauss's theorem). 0 for one that is not closed,
+ * or that can't be oriented.
  * handle    in. Borrowed for this call.
  * volume    out
  * Results:
@@ -934,8 +935,10 @@ ZOL_EXPORTED int ZOL_Triangulation_IsCrossing(TriangulationHandle* handle);
 ZOL_EXPORTED int ZOL_Triangulation_IsConsistent(TriangulationHandle* handle);
 
 /**
- * Tells whether a point is inside the triangulation: whether the surface winds round it. A
- * triangulation that is not closed has no inside. Decided exactly, also near the surface.
+ * Tells whether a point is inside the triangulation: whether the surface winds round it. In
+ * one that is closed, but whose triangles are not oriented alike, whether an odd number of
+ * sheets is over it. A triangulation that is not closed has no inside. Decided exactly, also
+ * near the surface.
  * handle    in. Borrowed for this call.
  * x, y, z   in
  * Results:
@@ -954,7 +957,7 @@ ZOL_EXPORTED int ZOL_Triangulation_IsPointInside(TriangulationHandle* handle, co
  * tolerance in, in the unit of the coordinates; 0 asks for a point exactly on a triangle
  * Results:
  *   1   it is
- *   0   it is not
+ *   0   it is not; also for a tolerance below 0 or NaN, and a point that is not finite
  *   -1  "ZOL_Triangulation_IsPointOn Triangulation not defined."
  *   -1  "ZOL_API not initialised."
  */
@@ -967,8 +970,9 @@ ZOL_EXPORTED int ZOL_Triangulation_IsPointOn(TriangulationHandle* handle, const 
  * below then find the first.
  * handle    in. Borrowed for this call.
  * names     in, an array of pointers to buffers of 255 bytes, one for each attribute; no call
- *           tells beforehand how many there are. All bytes of the buffers that are used are
- *           written: the name cut at 254 characters, then NUL. Further ones are not touched
+ *           tells beforehand how many there are, but this library gives at most 1000. All
+ *           bytes of the buffers that are used are written: the name cut at 254 characters,
+ *           then NUL. Further ones are not touched
  * count     out, the number of attributes
  * Results:
  *   0   success
@@ -1032,8 +1036,9 @@ ZOL_EXPORTED int ZOL_Triangulation_GetAttributeAsInt64(TriangulationHandle* hand
 
 /**
  * The value of an attribute as true or false: for a number whether it is not 0; NaN is true. A
- * text is no truth value, whether it says TRUE, FALSE, 0 or 1; the one exception are texts
- * that begin with "(0|TRUE|FALSE)" or "(1|TRUE|FALSE)" and are false.
+ * text is no truth value, whether it says TRUE, FALSE, 0 or 1. The one exception is the line
+ * "(0|TRUE|FALSE)" or "(1|TRUE|FALSE)", in any letter case and with any number of letters s
+ * behind it: it gives 0. Of a text of several lines any one may be that line.
  * handle    in. Borrowed for this call.
  * name      in, letter case counts. Borrowed for this call.
  * value     out, 1 or 0
@@ -1049,8 +1054,11 @@ ZOL_EXPORTED int ZOL_Triangulation_GetAttributeAsBoolean(TriangulationHandle* ha
                                                          const char* name, int* value);
 
 /**
- * The value of an attribute as a double. A text must be a decimal number that ends in a digit:
- * 1.0, 1e5 and +.5 are read, "1." is not.
+ * The value of an attribute as a double. A text must be a line of a sign, digits, a point,
+ * digits, the letter e or E, a sign, each of which may be missing, and at least one digit: 1.0,
+ * 1e5 and +.5 are, "1." is not. It is read as atof reads it, in every locale with a decimal
+ * point: as far as it is a number, so that "1+5" gives 1. Of a text of several lines any one
+ * may have that form, but the reading starts at the front: where no number is there, it gives 0.
  * handle    in. Borrowed for this call.
  * name      in, letter case counts. Borrowed for this call.
  * value     out

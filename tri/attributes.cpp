@@ -9,6 +9,7 @@
 #include "api/marshalling.h"
 #include "api/zolExportedApi_ReadOnly.h"
 #include "platform/zolTriangulationExport.h"
+#include "support/floating_point.h"
 #include "tri/conversion.h"
 #include "tri/handle.h"
 #include "tri/property_text.h"
@@ -93,6 +94,9 @@ int store_converted(FunctionId function, TriangulationHandle* handle, const char
                     Convert convert, std::string_view refusal, Out* out) {
     return ask_attribute(function, handle, name,
                          [&](Call& call, const Property& property) -> Outcome<int> {
+                             // Around a call into another file, which the compiler does not
+                             // move arithmetic out of.
+                             const zol::support::UsualFloatingPoint usual;
                              const auto value = convert(property);
                              if (!value) {
                                  return call.Fail(refusal);

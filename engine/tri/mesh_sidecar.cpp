@@ -5,13 +5,11 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
-#include <optional>
 #include <string_view>
 #include <utility>
 
+#include "engine/formats/diagnostics.h"
 #include "engine/formats/file.h"
-#include "engine/formats/json.h"
 #include "engine/formats/mesh/name_beside.h"
 #include "engine/formats/read_error.h"
 
@@ -81,22 +79,38 @@ void read_look(const JsonValue& object, const std::string& sidecar, MeshLook& lo
     }
 }
 
+/// Nothing for a number with a fraction, or beyond 64 bits.
+std::optional<std::int64_t> whole_number(const JsonValue& value) {
+    constexpr double kEnd = 9223372036854775808.0;
+    const double number = value.Number();
+    if (number != std::floor(number) || number < -kEnd || number > kEnd) return std::nullopt;
+    if (number < kEnd) return value.Whole();
+    // As doubles the greatest of 64 bits and the next one are the same.
+    try {
+        return value.Whole();
+    } catch (const ReadError&) {
+        return std::nullopt;
+    }
+}
+
 AttributeValue read_plain_value(const JsonValue& value) {
     if (value.IsBool()) return value.Bool();
     if (value.IsText()) return value.Text();
     if (!value.IsNumber()) {
         value.Refuse("is no value of an attribute: a text, a number or a boolean is expected");
     }
-    // Whole numbers beyond 64 bits are doubles.
-    constexpr double kEnd = 9223372036854775808.0;
-    const double number = value.Number();
-    if (number == std::floor(number) && number >= -kEnd && number < kEnd) return value.Whole();
-    return number;
+    if (const auto whole = whole_number(value)) return *whole;
+    return value.Number();
 }
 
 /// A value, or {"value": ..., "type": "MDY_Date"} where the value alone does not tell.
 TypedAttribute read_attribute(const JsonMember& member) {
     if (!member.value.IsObject()) return typed({member.key, read_plain_value(member.value)});
+    for (const JsonMember& part : member.value.Members()) {
+        if (part.key != "value" && part.key != "type") {
+            part.value.Refuse("is not known here; an attribute has value and type");
+        }
+    }
     AttributeValue value = read_plain_value(member.value.Get("value"));
     const auto name = member.value.Find("type");
     if (!name) return typed({member.key, std::move(value)});
@@ -131,23 +145,50 @@ void put_attribute(const JsonMember& member, std::vector<TypedAttribute>& attrib
     attributes.erase(std::remove_if(place + 1, attributes.end(), has_name), attributes.end());
 }
 
-}  // namespace
-
-void apply_sidecar(const std::string& path, MeshLook& look,
-                   std::vector<TypedAttribute>& attributes) {
-    const std::string sidecar = path + ".json";
-    if (!File::Exists(sidecar)) return;
+/// Lets `work` read, and names the sidecar in what it throws.
+template <class Work>
+void read_sidecar(const std::string& sidecar, Work work) {
     try {
-        const JsonDocument document(read_text(sidecar), JsonDocument::Dialect::Strict);
-        const JsonValue root = document.Root();
-        if (const auto stated = root.Find("mesh:look")) read_look(*stated, sidecar, look);
-        if (const auto stated = root.Find("mesh:attributes")) {
-            for (const JsonMember& member : stated->Members()) put_attribute(member, attributes);
-        }
+        work();
     } catch (const ReadError& error) {
         throw ReadError("in the sidecar " + sidecar.substr(sidecar.rfind('/') + 1) + ": " +
                         error.what());
     }
+}
+
+}  // namespace
+
+MeshSidecar::MeshSidecar(const std::string& path) : path_(path + ".json") {
+    if (!File::Exists(path_)) return;
+    read_sidecar(path_,
+                 [&] { document_.emplace(read_text(path_), JsonDocument::Dialect::Strict); });
+}
+
+void MeshSidecar::Apply(MeshLook& look) const {
+    if (!document_) return;
+    read_sidecar(path_, [&] {
+        if (const auto stated = document_->Root().Find("mesh:look")) {
+            read_look(*stated, path_, look);
+        }
+    });
+}
+
+void MeshSidecar::Apply(std::vector<TypedAttribute>& attributes) const {
+    if (!document_) return;
+    read_sidecar(path_, [&] {
+        const auto stated = document_->Root().Find("mesh:attributes");
+        if (!stated) return;
+        std::size_t read = 0;
+        for (const JsonMember& member : stated->Members()) {
+            if (read++ == kMostAttributes) {
+                report(path_, "of its " + std::to_string(stated->NMembers()) +
+                                  " attributes only the first " + std::to_string(kMostAttributes) +
+                                  " are read");
+                return;
+            }
+            put_attribute(member, attributes);
+        }
+    });
 }
 
 }  // namespace zol::engine::tri

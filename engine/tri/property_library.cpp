@@ -8,7 +8,9 @@
 #include <utility>
 
 #include "engine/formats/number_text.h"
+#include "engine/tri/shape.h"
 #include "engine/tri/value_text.h"
+#include "support/floating_point.h"
 
 namespace ubx::object {
 
@@ -126,20 +128,35 @@ struct ToText {
 
 class Value final : public Property {
 public:
-    Value(AttributeValue value, const TypeDescriptor* type)
-        : Property(type), value_(std::move(value)) {}
+    Value(TypedAttribute attribute, Shape* shape)
+        : Property(attribute.type),
+          value_(std::move(attribute.value)),
+          question_(attribute.question),
+          shape_(shape) {}
 
     /// The low bits of a number that is wider.
     std::int32_t AsInt32() const override { return static_cast<std::int32_t>(AsInt64()); }
-    std::int64_t AsInt64() const override { return std::visit(ToWhole(), value_); }
-    bool AsBoolean() const override { return std::visit(ToDouble(), value_) != 0.0; }
-    double AsDouble() const override { return std::visit(ToDouble(), value_); }
+    std::int64_t AsInt64() const override { return std::visit(ToWhole(), Get()); }
+    bool AsBoolean() const override { return std::visit(ToDouble(), Get()) != 0.0; }
+    double AsDouble() const override { return std::visit(ToDouble(), Get()); }
     std::string& AsString(std::string& text, int decimals) const override {
-        return text = std::visit(ToText{decimals}, value_);
+        return text = std::visit(ToText{decimals}, Get());
     }
 
 private:
-    AttributeValue value_;
+    const AttributeValue& Get() const {
+        if (question_ != nullptr) {
+            const support::UsualFloatingPoint usual;
+            value_ = (shape_->*question_)();
+            question_ = nullptr;
+        }
+        return value_;
+    }
+
+    mutable AttributeValue value_;
+    /// Null when it has been asked.
+    mutable bool (Shape::*question_)();
+    Shape* shape_;
 };
 
 }  // namespace
@@ -174,11 +191,11 @@ bool is_value_of(const AttributeValue& value, const TypeDescriptor& type) {
     return std::holds_alternative<bool>(value) ? is(Type::Boolean) : is(Type::Double);
 }
 
-AttributeLibrary::AttributeLibrary(std::vector<TypedAttribute> attributes) {
+AttributeLibrary::AttributeLibrary(std::vector<TypedAttribute> attributes, Shape* shape) {
     for (TypedAttribute& attribute : attributes) {
-        entries_.emplace_back(
-            std::move(attribute.name),
-            std::make_shared<const Value>(std::move(attribute.value), attribute.type));
+        std::string name = attribute.name;
+        entries_.emplace_back(std::move(name),
+                              std::make_shared<const Value>(std::move(attribute), shape));
     }
 }
 

@@ -1,7 +1,9 @@
 // The attributes of a triangulation as typed values.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <list>
 #include <string>
 #include <variant>
 #include <vector>
@@ -11,13 +13,20 @@
 
 namespace zol::engine::tri {
 
+class Shape;
+
 using AttributeValue = decltype(MeshAttribute::value);
+
+/// Callers have to make room for all names before they know how many there are.
+inline constexpr std::size_t kMostAttributes = 1000;
 
 /// An attribute whose type is settled.
 struct TypedAttribute {
     std::string name;
     AttributeValue value;
     const ubx::object::TypeDescriptor* type = nullptr;
+    /// Where there is one, its answer takes the place of the value when that is first read.
+    bool (Shape::*question)() = nullptr;
 };
 
 /// The type of that name, "INT32", "INT64", "BOOLEAN", "DOUBLE", "STRING", "YMD_Date",
@@ -35,7 +44,9 @@ bool is_value_of(const AttributeValue& value, const ubx::object::TypeDescriptor&
 /// Attributes in the order in which they were added.
 class AttributeLibrary final : public ubx::object::PropertyLibrary {
 public:
-    explicit AttributeLibrary(std::vector<TypedAttribute> attributes);
+    /// The shape is what the questions are asked of; it must outlive all properties, and is
+    /// not needed where there are no questions.
+    explicit AttributeLibrary(std::vector<TypedAttribute> attributes, Shape* shape = nullptr);
 
     Position Begin() const override { return entries_.begin(); }
     Position End() const override { return entries_.end(); }

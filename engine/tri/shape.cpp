@@ -60,13 +60,17 @@ bool Shape::IsConsistent() {
     return Edges().IsConsistent();
 }
 
+bool Shape::IsClosed() {
+    return Edges().IsClosed();
+}
+
 bool Shape::IsSolid() {
     return IsConsistent() && Edges().IsClosed() && Volume() != 0.0;
 }
 
 bool Shape::IsSurface() {
     return once(is_surface_, [this] {
-        return !mesh_.triangles.empty() && !IsSolid() && !geometry::some_second_height(mesh_);
+        return !mesh_.triangles.empty() && !IsSolid() && !geometry::some_second_height(Welded());
     });
 }
 

@@ -25,6 +25,8 @@ public:
     bool IsSurface();
     bool IsCrossing();
     bool IsConsistent();
+    /// Every edge has an even number of triangles, and there are edges.
+    bool IsClosed();
     /// Inside means that the surface winds round the point, or, where the triangles are
     /// closed but not oriented alike, that an odd number of sheets is over it.
     bool IsPointInside(const geometry::Point& point);

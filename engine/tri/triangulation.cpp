@@ -1,4 +1,6 @@
 // The triangulation as its callers know it.
+#include <algorithm>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -23,7 +25,7 @@ struct Triangulation::State {
         : mesh(std::move(data)),
           shape({mesh.points.View(), mesh.triangles.View()}),
           properties(engine::tri::make_properties(mesh.look)),
-          attributes(std::move(typed)) {}
+          attributes(std::move(typed), &shape) {}
 
     MeshData mesh;
     /// Of the mesh, which does not move.
@@ -32,6 +34,40 @@ struct Triangulation::State {
     engine::tri::AttributeLibrary attributes;
 };
 
+namespace {
+
+/// Those of the file, with what is known of every mesh behind what its reader says of each:
+/// whether it is closed, which is only looked at when somebody asks, and its texture.
+std::vector<TypedAttribute> typed_attributes(const MeshData& mesh) {
+    std::vector<TypedAttribute> attributes;
+    for (const engine::MeshAttribute& attribute : mesh.attributes) {
+        attributes.push_back(engine::tri::typed(attribute));
+    }
+    const auto last = std::find_if(
+        attributes.begin(), attributes.end(),
+        [](const TypedAttribute& each) { return each.name == "degenerate_triangles"; });
+    auto place = last == attributes.end() ? attributes.begin() : last + 1;
+    place = attributes.insert(place, {"closed", false, engine::tri::type_of_name("BOOLEAN"),
+                                      &engine::tri::Shape::IsClosed});
+    if (mesh.look.texture) {
+        attributes.insert(place + 1,
+                          {"texture", *mesh.look.texture, engine::tri::type_of_name("STRING")});
+    }
+    return attributes;
+}
+
+/// Leaves out what is beyond the most, with a word on the diagnostics.
+void limit(std::vector<TypedAttribute>& attributes, const std::string& file) {
+    using engine::tri::kMostAttributes;
+    if (attributes.size() <= kMostAttributes) return;
+    engine::report(file, "of its " + std::to_string(attributes.size()) +
+                             " attributes only the first " + std::to_string(kMostAttributes) +
+                             " are given");
+    attributes.resize(kMostAttributes);
+}
+
+}  // namespace
+
 Triangulation::Triangulation(const std::string& file) {
     const UsualFloatingPoint usual;
     MeshData mesh;
@@ -39,11 +75,12 @@ Triangulation::Triangulation(const std::string& file) {
     try {
         const engine::MeshName name = engine::split_mesh_name(file);
         mesh = engine::read_mesh(name);
-        for (const engine::MeshAttribute& attribute : mesh.attributes) {
-            attributes.push_back(engine::tri::typed(attribute));
-        }
+        const engine::tri::MeshSidecar sidecar(name.path);
+        sidecar.Apply(mesh.look);
+        attributes = typed_attributes(mesh);
         mesh.attributes.clear();
-        engine::tri::apply_sidecar(name.path, mesh.look, attributes);
+        sidecar.Apply(attributes);
+        limit(attributes, file);
     } catch (const engine::ReadError& error) {
         engine::report(file, error.what());
         mesh = {};

@@ -153,6 +153,47 @@ class Info(MeshTest):
                     for told, wanted in zip(near, expected):
                         self.assertAlmostEqual(told, wanted, places=6)
 
+    def test_where_it_has_two_heights(self):
+        # Name, points, faces, the first pair, the place and both heights.
+        flat = [(0, 0, 0), (6, 0, 0), (0, 6, 0)]
+        rows = [
+            ("a corner over another", flat + [(1, 1, 2), (9, 1, 2), (9, 9, 2)],
+             [(0, 1, 2), (3, 4, 5)], [0, 1], None, [0, 2]),
+            ("one slopes away", [(1, 1, 7), (1, 1, 3), (2, 1, 3), (1, 2, 3)] + flat,
+             [(1, 2, 3), (4, 5, 6)], [0, 1], None, [3, 0]),
+            ("only edges cross in plan",
+             [(0, 0, 0), (4, 0, 0), (2, 3, 0), (0, 2, 5), (4, 2, 5), (2, -1, 5)],
+             [(0, 1, 2), (3, 4, 5)], [0, 1], None, [0, 5]),
+            ("together along an edge, apart behind it",
+             [(0, 0, 0), (4, 0, 0), (0, 4, 0), (0, 4, 8)], [(0, 1, 2), (0, 1, 3)],
+             [0, 1], [0, 4], [0, 8]),
+            ("vertical", [(0, 0, 0), (4, 4, 4), (1, 1, 9)], [(0, 1, 2)], [0, 0], [1, 1], [1, 9]),
+            ("vertical, an edge too", [(2, 3, 5), (2, 3, 1), (2, 7, 0)], [(0, 1, 2)], [0, 0],
+             [2, 3], [1, 5]),
+        ]
+        for (name, points, faces, pair, place, heights), at in itertools.product(
+                rows, (ORIGIN, UTM)):
+            with self.subTest(name, at=at):
+                info = self.info(self.mesh(points, faces, at))
+                self.assertFalse(info["surface"] or info["solid"])
+                found = info["second_height"]
+                self.assertEqual(found["first"], pair)
+                x, y = (a - b for a, b in zip(found["at"], at))
+                if place:
+                    self.assertAlmostEqual(x, place[0], places=6)
+                    self.assertAlmostEqual(y, place[1], places=6)
+                self.assertTrue(-1e-6 < x < 9 + 1e-6 and -1e-6 < y < 9 + 1e-6, (x, y))
+                for told, wanted in zip(found["heights"], heights):
+                    self.assertAlmostEqual(told - at[2], wanted, places=6)
+        text = self.good("mesh", "info", self.mesh([(0, 0, 0), (4, 4, 4), (1, 1, 9)],
+                                                   [(0, 1, 2)])).decode()
+        self.assertIn("Surface       no: triangle 0 stands vertical, with the heights 1 and 9 "
+                      "at 1 1\n", text)
+        text = self.good("mesh", "info", self.mesh(rows[3][1], rows[3][2])).decode()
+        self.assertIn("no: triangles 0 and 1 have the heights 0 and 8 at 0 4\n", text)
+        for faces in (FACES, [], FACES[2:4]):
+            self.assertIsNone(self.info(self.mesh(faces=faces))["second_height"])
+
     def test_two_shells(self):
         points = CUBE + [(x + 0.5, y + 0.5, z + 0.5) for x, y, z in CUBE]
         faces = FACES + [tuple(corner + 8 for corner in face) for face in FACES]
@@ -173,7 +214,8 @@ class Info(MeshTest):
         file = MESHES / "ballA.off"
         whole, quick = self.info(file), self.info(file, "--quick")
         self.assertEqual(quick, {key: value for key, value in whole.items()
-                                 if key not in ("surface", "crossing", "crossings")})
+                                 if key not in ("surface", "second_height", "crossing",
+                                                "crossings")})
         text = self.good("mesh", "info", file, "--quick").decode()
         self.assertNotIn("Crossing", text)
         self.assertIn("Solid", text)
@@ -201,6 +243,16 @@ class Info(MeshTest):
         text = self.good("mesh", "info", file).decode()
         self.assertRegex(text, r"surveyed +date +2024-05-31\n")
         self.assertIn("Colour        16 32 48", text)
+
+    def test_more_attributes_than_there_is_room_for(self):
+        file = self.mesh()
+        self.write("mesh.obj.json", json.dumps({"mesh:attributes": {
+            f"key {i}": i for i in range(1500)}}))
+        done = run("mesh", "info", file, "--format", "json")
+        self.assertIn(b"of its 1500 attributes only the first 1000 are read", done.stderr)
+        told = json.loads(done.stdout)["attributes"]
+        self.assertEqual((done.returncode, sum(each["count"] for each in told)), (GOOD, 1000))
+        self.assertIn(("closed", True), [(each["name"], each["value"]) for each in told])
 
     def test_attributes_of_one_name(self):
         file = self.write("notes.obj", "# one\n# two\n# three\n" + obj(CUBE, FACES))

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cfenv>
 #include <clocale>
 #include <cmath>
 #include <limits>
@@ -10,6 +11,10 @@
 #include "tests/api/pending_error.h"
 #include "tests/locale_in_use.h"
 #include "tests/tri/fixture.h"
+
+#if defined(__SSE2__)
+#include <xmmintrin.h>
+#endif
 
 namespace zol::testing {
 namespace {
@@ -220,6 +225,48 @@ TEST_F(AttributesTest, ADecimalCommaOfTheProcessChangesNothing) {
     ASSERT_TRUE(german.IsSet()) << "is the package locales installed?";
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
     EXPECT_EQ(AsDouble(), Answer{1.5});
+}
+
+TEST_F(AttributesTest, TheModeOfTheProcessorChangesNothing) {
+    const struct {
+        const char* name;
+        const TypeDescriptor* type;
+        ScriptedValue value;
+        Answer boolean;
+        Answer real;
+    } rows[] = {
+        {"INT64 between two doubles",
+         &kInt64,
+         {.int64 = 9007199254740993},
+         {1},
+         {9007199254740992.0}},
+        {"INT64 below 0", &kInt64, {.int64 = -9007199254740993}, {1}, {-9007199254740992.0}},
+        {"the smallest DOUBLE", &kDouble, {.real = 5e-324}, {1}, {5e-324}},
+        {"a text", &kString, {.text = "0.1"}, kNoBoolean, {0.1}},
+        {"a small text", &kString, {.text = "5e-324"}, kNoBoolean, {5e-324}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        SetAttribute(*row.type, row.value);
+        for (const int rounding : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+            std::fesetround(rounding);
+            const Answer real = AsDouble();
+            EXPECT_EQ(std::fegetround(), rounding) << "the mode is the caller's";
+            std::fesetround(FE_TONEAREST);
+            EXPECT_EQ(real, row.real);
+        }
+#if defined(__SSE2__)
+        const unsigned mode = _mm_getcsr();
+        // Small numbers to zero on the way in and out.
+        _mm_setcsr(mode | 0x8040U);
+        const Answer boolean = AsBoolean();
+        const Answer real = AsDouble();
+        EXPECT_EQ(_mm_getcsr() & 0x8040U, 0x8040U) << "the mode is the caller's";
+        _mm_setcsr(mode);
+        EXPECT_EQ(boolean, row.boolean);
+        EXPECT_EQ(real, row.real);
+#endif
+    }
 }
 
 TEST_F(AttributesTest, TheTypeNameAndTheFormDecideWhatIsADate) {

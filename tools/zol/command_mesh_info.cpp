@@ -27,6 +27,7 @@ MeshReport report_of(const std::string& file, const Mesh& mesh, const MeshShape&
 MeshMeetings meetings_of(const Mesh& mesh, const MeshShape& shape) {
     MeshMeetings meetings;
     meetings.is_surface = mesh.IsSurface();
+    if (!meetings.is_surface && !mesh.IsSolid()) meetings.second_height = shape.FindSecondHeight();
     if (mesh.IsCrossing()) meetings.crossings = shape.Crossings();
     return meetings;
 }

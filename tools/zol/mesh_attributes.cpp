@@ -15,26 +15,20 @@ namespace {
 
 using Buffer = std::array<char, 256>;
 
-// The interface fills a list whose length it is not told, and tells afterwards how many
-// there were. Files have dozens; the system maps what is not filled to nothing.
-constexpr std::size_t kRoomForNames = 1 << 20;
+// The interface fills a list whose length it is not told; it promises no more than this.
+constexpr std::size_t kMostNames = 1000;
 
 /// In their order, and a name as often as it occurs.
 std::vector<std::string> attribute_names(TriangulationHandle* handle) {
+    std::vector<Buffer> buffers(kMostNames, Buffer{});
+    std::vector<char*> places(kMostNames);
+    std::transform(buffers.begin(), buffers.end(), places.begin(),
+                   [](Buffer& buffer) { return buffer.data(); });
     int count = 0;
-    // All names into one buffer, to count them.
-    Buffer shared{};
-    std::vector<char*> places(kRoomForNames, shared.data());
     if (ZOL_Triangulation_GetAttributeNames(handle, places.data(), &count) != 0) {
         fail_by_last_error();
     }
-    std::vector<Buffer> buffers(static_cast<std::size_t>(count), Buffer{});
-    std::transform(buffers.begin(), buffers.end(), places.begin(),
-                   [](Buffer& buffer) { return buffer.data(); });
-    ZOL_Triangulation_GetAttributeNames(handle, places.data(), &count);
-    std::vector<std::string> names;
-    for (const Buffer& buffer : buffers) names.emplace_back(buffer.data());
-    return names;
+    return {places.begin(), places.begin() + count};
 }
 
 template <class Value, class Get>

@@ -28,6 +28,8 @@ struct MeshReport {
 /// What is not.
 struct MeshMeetings {
     bool is_surface = false;
+    /// Nothing for a mesh that is a surface, a solid, or without triangles.
+    std::optional<SecondHeight> second_height;
     /// Nothing for a mesh that does not cross itself.
     std::optional<CrossingReport> crossings;
 };

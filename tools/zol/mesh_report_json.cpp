@@ -48,6 +48,27 @@ void write_crossings(JsonWriter& json, const CrossingReport& crossings) {
     json.EndObject();
 }
 
+void write_second_height(JsonWriter& json, const SecondHeight& found) {
+    const auto [first, second] = found.triangles;
+    json.BeginObject(JsonWriter::Layout::Flat);
+    json.Key("first");
+    json.BeginList(JsonWriter::Layout::Flat);
+    json.Whole(static_cast<long long>(first));
+    json.Whole(static_cast<long long>(second));
+    json.EndList();
+    json.Key("at");
+    json.BeginList(JsonWriter::Layout::Flat);
+    json.Number(found.x);
+    json.Number(found.y);
+    json.EndList();
+    json.Key("heights");
+    json.BeginList(JsonWriter::Layout::Flat);
+    json.Number(found.heights.first);
+    json.Number(found.heights.second);
+    json.EndList();
+    json.EndObject();
+}
+
 void write_attributes(JsonWriter& json, const std::vector<MeshAttribute>& attributes) {
     json.Key("attributes");
     json.BeginList();
@@ -97,6 +118,12 @@ void write_report(const MeshReport& report, JsonWriter& json) {
 
 void write_meetings(const MeshMeetings& meetings, JsonWriter& json) {
     write_bool(json, "surface", meetings.is_surface);
+    json.Key("second_height");
+    if (meetings.second_height) {
+        write_second_height(json, *meetings.second_height);
+    } else {
+        json.Null();
+    }
     write_bool(json, "crossing", meetings.crossings.has_value());
     json.Key("crossings");
     if (meetings.crossings) {

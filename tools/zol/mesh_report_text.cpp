@@ -50,14 +50,33 @@ std::string volume_text(const MeshReport& report) {
     return report.n_triangles == 0 ? "none: there are no triangles" : "none: it is not closed";
 }
 
+/// A coordinate that was computed.
+std::string near_text(double coordinate) {
+    return std::string(coordinate_text(coordinate));
+}
+
 std::string crossings_text(const CrossingReport& crossings) {
     const bool is_one = crossings.is_complete && crossings.number == 1;
-    const auto near = [](double coordinate) { return std::string(coordinate_text(coordinate)); };
     return std::string("yes: ") + (crossings.is_complete ? "" : "at least ") +
            counted(crossings.number, "pair", "pairs") + " of triangles, " +
            (is_one ? "" : "the first ") + std::to_string(crossings.first.first) + " and " +
-           std::to_string(crossings.first.second) + " near " + near(crossings.near.x) + ' ' +
-           near(crossings.near.y) + ' ' + near(crossings.near.z);
+           std::to_string(crossings.first.second) + " near " + near_text(crossings.near.x) + ' ' +
+           near_text(crossings.near.y) + ' ' + near_text(crossings.near.z);
+}
+
+/// "triangles 3 and 8 have the heights 0 and 5 at 1 2"
+std::string second_height_text(const SecondHeight& found) {
+    const auto [first, second] = found.triangles;
+    const std::string number = std::to_string(first);
+    return (first == second ? "triangle " + number + " stands vertical, with"
+                            : "triangles " + number + " and " + std::to_string(second) + " have") +
+           " the heights " + near_text(found.heights.first) + " and " +
+           near_text(found.heights.second) + " at " + near_text(found.x) + ' ' + near_text(found.y);
+}
+
+std::string surface_text(const MeshMeetings& meetings) {
+    if (!meetings.second_height) return yes_or_no(meetings.is_surface);
+    return "no: " + second_height_text(*meetings.second_height);
 }
 
 std::string translucency_text(const Appearance& look) {
@@ -101,7 +120,7 @@ void write_report(const MeshReport& report, Output& output) {
 }
 
 void write_meetings(const MeshMeetings& meetings, Output& output) {
-    write_fact(output, "Surface", yes_or_no(meetings.is_surface));
+    write_fact(output, "Surface", surface_text(meetings));
     write_fact(output, "Crossing", meetings.crossings ? crossings_text(*meetings.crossings) : "no");
 }
 

@@ -1,7 +1,12 @@
 #include "tools/zol/mesh_shape.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
 
+#include "engine/geometry/orientation.h"
+#include "engine/geometry/single_valued.h"
 #include "engine/geometry/volume.h"
 #include "engine/geometry/weld.h"
 
@@ -28,6 +33,101 @@ EdgeFault located(const geometry::EdgeCount& count, const std::vector<geometry::
         fault.first = {end(count.first->first), end(count.first->second)};
     }
     return fault;
+}
+
+using Corners = std::array<geometry::Point, 3>;
+
+int side_in_plan(const geometry::Point& a, const geometry::Point& b, const geometry::Point& p) {
+    return geometry::orient2d<0, 1>(a, b, p);
+}
+
+bool lies_over(const geometry::Point& point, const Corners& t) {
+    const int ab = side_in_plan(t[0], t[1], point);
+    const int bc = side_in_plan(t[1], t[2], point);
+    const int ca = side_in_plan(t[2], t[0], point);
+    return std::min({ab, bc, ca}) >= 0 || std::max({ab, bc, ca}) <= 0;
+}
+
+/// Twice the area in plan of a triangle, below 0 for one that turns clockwise.
+double area_in_plan(const geometry::Point& a, const geometry::Point& b, const geometry::Point& c) {
+    return (b[0] - a[0]) * (c[1] - a[1]) - (b[1] - a[1]) * (c[0] - a[0]);
+}
+
+/// Of the plane of a triangle, rounded.
+double height_at(const geometry::Point& place, const Corners& t) {
+    const double a = area_in_plan(place, t[1], t[2]);
+    const double b = area_in_plan(place, t[2], t[0]);
+    const double c = area_in_plan(place, t[0], t[1]);
+    const double z = place[2];
+    return z + (a * (t[0][2] - z) + b * (t[1][2] - z) + c * (t[2][2] - z)) / (a + b + c);
+}
+
+double height_at(const geometry::Point& place, const geometry::Point& from,
+                 const geometry::Point& to) {
+    const std::size_t axis = std::fabs(to[0] - from[0]) > std::fabs(to[1] - from[1]) ? 0 : 1;
+    return from[2] + (place[axis] - from[axis]) / (to[axis] - from[axis]) * (to[2] - from[2]);
+}
+
+/// Of places with two heights the one where these are farthest apart.
+struct Farthest {
+    void Take(const geometry::Point& place, double first, double second) {
+        const double next = std::fabs(first - second);
+        if (!(next > gap)) return;
+        gap = next;
+        heights = {first, second};
+        x = place[0];
+        y = place[1];
+    }
+
+    double gap = -1;
+    double x = 0;
+    double y = 0;
+    std::pair<double, double> heights;
+};
+
+/// Where an edge of each crosses, seen in plan.
+void take_edges(const Corners& left, const Corners& right, Farthest& farthest) {
+    for (std::size_t i = 0; i < 3; ++i) {
+        const geometry::Point& p = left[i];
+        const geometry::Point& q = left[(i + 1) % 3];
+        for (std::size_t j = 0; j < 3; ++j) {
+            const geometry::Point& a = right[j];
+            const geometry::Point& b = right[(j + 1) % 3];
+            if (side_in_plan(p, q, a) * side_in_plan(p, q, b) >= 0 ||
+                side_in_plan(a, b, p) * side_in_plan(a, b, q) >= 0) {
+                continue;
+            }
+            const double before = area_in_plan(a, b, p);
+            const double part = before / (before - area_in_plan(a, b, q));
+            const geometry::Point place{p[0] + part * (q[0] - p[0]), p[1] + part * (q[1] - p[1]),
+                                        p[2] + part * (q[2] - p[2])};
+            farthest.Take(place, place[2], height_at(place, a, b));
+        }
+    }
+}
+
+/// The heights of two planes differ most over a corner of the polygon that the triangles have
+/// in common in plan: a corner of one of them, or where two edges cross.
+Farthest heights_of_two(const Corners& left, const Corners& right) {
+    Farthest farthest;
+    for (const geometry::Point& corner : left) {
+        if (lies_over(corner, right)) farthest.Take(corner, corner[2], height_at(corner, right));
+    }
+    for (const geometry::Point& corner : right) {
+        if (lies_over(corner, left)) farthest.Take(corner, height_at(corner, left), corner[2]);
+    }
+    take_edges(left, right, farthest);
+    return farthest;
+}
+
+/// Under or over the corner that is between the others in plan.
+Farthest heights_of_vertical(Corners corners) {
+    std::sort(corners.begin(), corners.end());
+    const auto& [from, middle, to] = corners;
+    const double across = height_at(middle, from, to);
+    Farthest farthest;
+    farthest.Take(middle, std::min(across, middle[2]), std::max(across, middle[2]));
+    return farthest;
 }
 
 }  // namespace
@@ -87,6 +187,19 @@ CrossingReport MeshShape::Crossings() const {
         report.near = as_point(geometry::meeting_point(Mesh(), *count.first));
     }
     return report;
+}
+
+std::optional<SecondHeight> MeshShape::FindSecondHeight() const {
+    const auto pair = geometry::some_second_height(Mesh());
+    if (!pair) return std::nullopt;
+    const auto corners = [&](std::uint32_t triangle) {
+        return Corners{Mesh().Corner(triangle, 0), Mesh().Corner(triangle, 1),
+                       Mesh().Corner(triangle, 2)};
+    };
+    const Farthest farthest = pair->first == pair->second
+                                  ? heights_of_vertical(corners(pair->first))
+                                  : heights_of_two(corners(pair->first), corners(pair->second));
+    return SecondHeight{*pair, farthest.x, farthest.y, farthest.heights};
 }
 
 }  // namespace zol::tool

@@ -40,6 +40,18 @@ struct CrossingReport {
     Point near;
 };
 
+/// What keeps a mesh from being a surface: a vertical line that meets two triangles at
+/// different heights.
+struct SecondHeight {
+    /// The same twice for one that stands vertical.
+    std::pair<std::size_t, std::size_t> triangles;
+    /// Where the line stands.
+    double x = 0;
+    double y = 0;
+    /// Of the first triangle and of the second; the lower one first where they are the same.
+    std::pair<double, double> heights;
+};
+
 /// A copy of a mesh, in one piece.
 class MeshShape {
 public:
@@ -55,6 +67,8 @@ public:
     EdgeReport Edges() const;
     /// For a mesh that crosses itself. May take long.
     CrossingReport Crossings() const;
+    /// Nothing for a mesh that no vertical line meets at two heights.
+    std::optional<SecondHeight> FindSecondHeight() const;
 
 private:
     engine::geometry::MeshView Mesh() const { return {points_, triangles_}; }

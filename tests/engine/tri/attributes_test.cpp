@@ -8,6 +8,7 @@
 
 #include "engine/tri/property_library.h"
 #include "engine/tri/value_text.h"
+#include "tests/locale_in_use.h"
 
 namespace zol::engine::tri {
 namespace {
@@ -97,11 +98,12 @@ TEST(AttributesTest, NumbersHaveSixDecimalsAtMost) {
         {infinite, "inf"},
         {-infinite, "-inf"},
     };
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    const testing_support::LocaleInUse german("de_DE", "UTF-8");
+    ASSERT_TRUE(german.IsSet()) << "is the package locales installed?";
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
     for (const auto& row : rows) EXPECT_EQ(fixed_text(row.value, 6), row.text);
     EXPECT_EQ(fixed_text(std::numeric_limits<double>::max(), 6).size(), 309U);
     EXPECT_EQ(fixed_text(2.5, 0), "2");
-    std::setlocale(LC_ALL, "C");
 }
 
 }  // namespace

@@ -52,6 +52,15 @@ TEST(SidecarTest, AddsAndOverrides) {
          "x:INT32=-12"},
         {"a large one", R"({"mesh:attributes":{"x":9007199254740993}})", "1 2 3 0 opaque a.png",
          "x", "x:INT64=9007199254740993"},
+        {"the largest", R"({"mesh:attributes":{"x":9223372036854775807}})", "1 2 3 0 opaque a.png",
+         "x", "x:INT64=9223372036854775807"},
+        {"the largest, said to be one",
+         R"({"mesh:attributes":{"x":{"value":9223372036854775807,"type":"INT64"}}})",
+         "1 2 3 0 opaque a.png", "x", "x:INT64=9223372036854775807"},
+        {"the least", R"({"mesh:attributes":{"x":{"value":-9223372036854775808,"type":"INT64"}}})",
+         "1 2 3 0 opaque a.png", "x", "x:INT64=-9223372036854775808"},
+        {"one more than the largest", R"({"mesh:attributes":{"x":9223372036854775808}})",
+         "1 2 3 0 opaque a.png", "x", "x:DOUBLE=9223372036854775808"},
         {"one as wide as it is said to be",
          R"({"mesh:attributes":{"x":{"value":5,"type":"INT64"}}})", "1 2 3 0 opaque a.png", "x",
          "x:INT64=5"},
@@ -62,6 +71,8 @@ TEST(SidecarTest, AddsAndOverrides) {
          "x:DOUBLE=3"},
         {"one beyond 64 bits", R"({"mesh:attributes":{"x":1e20}})", "1 2 3 0 opaque a.png", "x",
          "x:DOUBLE=100000000000000000000"},
+        {"a number without a fraction, however written", R"({"mesh:attributes":{"x":3.0}})",
+         "1 2 3 0 opaque a.png", "x", "x:INT32=3"},
         {"a boolean", R"({"mesh:attributes":{"x":false}})", "1 2 3 0 opaque a.png", "x",
          "x:BOOLEAN=false"},
         {"in place of all of that name", R"({"mesh:attributes":{"comment":"mine"}})",
@@ -102,6 +113,7 @@ TEST(SidecarTest, MalformedKeepsTheMeshFromOpeningAndSaysWhy) {
          "$[\"mesh:attributes\"].x is no value of an attribute"},
         {R"({"mesh:attributes":{"x":{"type":"INT32"}}})", "$[\"mesh:attributes\"].x"},
         {R"({"mesh:attributes":{"x":{"value":1,"type":"INT16"}}})", "x.type is no type"},
+        {R"({"mesh:attributes":{"x":{"value":1,"typ":"DOUBLE"}}})", "x.typ is not known here"},
         {R"({"mesh:attributes":{"x":{"value":3000000000,"type":"INT32"}}})",
          "x.value can't be of type INT32"},
         {R"({"mesh:attributes":{"x":{"value":"13/13/2001","type":"DMY_Date"}}})",
@@ -118,6 +130,67 @@ TEST(SidecarTest, MalformedKeepsTheMeshFromOpeningAndSaysWhy) {
         EXPECT_THAT(std::string(std::istreambuf_iterator<char>(in), {}), HasSubstr(row.reason));
     }
     ::unsetenv("ZOL_DIAGNOSTICS");
+}
+
+TEST(SidecarTest, AttributesAreNoMoreThanCallersHaveRoomFor) {
+    const TemporaryFile log("");
+    std::string header;
+    std::string members;
+    for (int i = 0; i < 1500; ++i) {
+        header += "key" + std::to_string(i) + ":1\n";
+        members += (i == 0 ? "\"" : ",\"") + std::to_string(i) + "\":" + std::to_string(i);
+    }
+    const struct {
+        const char* name;
+        std::string header;
+        std::string sidecar;
+        const char* reason;
+    } rows[] = {
+        {"of the file", header, "{}", "of its 1506 attributes only the first 1000 are given"},
+        {"of the sidecar", "", R"({"mesh:attributes":{)" + members + "}}",
+         "of its 1500 attributes only the first 1000 are read"},
+        {"of both", "name:made\n", R"({"mesh:attributes":{)" + members + "}}",
+         "of its 1007 attributes only the first 1000 are given"},
+    };
+    ::setenv("ZOL_DIAGNOSTICS", log.Path().c_str(), 1);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TemporaryFile file("GOCAD TSurf 1\nHEADER {\n" + row.header +
+                           "}\nTFACE\nVRTX 1 0 0 0\nEND\n");
+        file.WriteSidecar(row.sidecar);
+        ASSERT_EQ(::truncate(log.Path().c_str(), 0), 0);
+        const Triangulation mesh(file.Path());
+        ASSERT_EQ(mesh.NumPoints(), 1);
+        const auto& library = mesh.GetAttributes();
+        EXPECT_EQ(std::distance(library.Begin(), library.End()), 1000);
+        EXPECT_EQ(library.Begin()->first, "format");
+        std::ifstream in(log.Path());
+        EXPECT_THAT(std::string(std::istreambuf_iterator<char>(in), {}), HasSubstr(row.reason));
+    }
+    ::unsetenv("ZOL_DIAGNOSTICS");
+}
+
+TEST(SidecarTest, TheTextureIsAnAttributeWhoeverSaysIt) {
+    const std::string ply =
+        "ply\nformat ascii 1.0\ncomment TextureFile 2001/12/31\nelement vertex 1\n"
+        "property float x\nproperty float y\nproperty float z\nend_header\n0 0 0\n";
+    const struct {
+        const char* sidecar;
+        const char* texture;
+    } rows[] = {
+        {"{}", "2001/12/31"},
+        {R"({"mesh:look":{"texture":"rock.png"}})", "rock.png"},
+        {R"({"mesh:look":{"texture":null}})", ""},
+    };
+    TemporaryFile file(ply);
+    const std::string folder = file.Path().substr(0, file.Path().rfind('/') + 1);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.sidecar);
+        file.WriteSidecar(row.sidecar);
+        const std::string texture = row.texture;
+        EXPECT_EQ(attributes_of(Triangulation(file.Path()), "texture"),
+                  texture.empty() ? "" : "texture:STRING=" + folder + texture);
+    }
 }
 
 }  // namespace

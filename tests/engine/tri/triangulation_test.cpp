@@ -134,6 +134,97 @@ TEST(TriangulationTest, EachDefectChangesItsOwnAnswer) {
     }
 }
 
+TEST(TriangulationTest, TellsAmongItsAttributesWhetherItIsClosed) {
+    Mesh hole = kBlock;
+    hole.triangles.pop_back();
+    Mesh flipped = kBlock;
+    std::swap(flipped.triangles[3][0], flipped.triangles[3][1]);
+    const struct {
+        const char* name;
+        Mesh mesh;
+        const char* expected;
+    } rows[] = {
+        {"whole", kBlock, "closed:BOOLEAN=true"},
+        {"over points of its own", kBlock.Unwelded(), "closed:BOOLEAN=true"},
+        {"a triangle turned", flipped, "closed:BOOLEAN=true"},
+        {"a hole", hole, "closed:BOOLEAN=false"},
+        {"no triangles", {{{0, 0, 0}}, {}}, "closed:BOOLEAN=false"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const TemporaryFile file(off_text(row.mesh));
+        const Triangulation mesh(file.Path());
+        EXPECT_EQ(attributes_of(mesh, "closed"), row.expected);
+        EXPECT_EQ(attributes_of(mesh, "closed"), row.expected) << "asked again";
+    }
+}
+
+TEST(TriangulationTest, APointOnItStaysOnItAsTheToleranceGrows) {
+    const Mesh slope = {{{588906.5078125, 7037228.32421875, -87990.08203125},
+                         {552095.79296875, 7068126.9453125, -70809.37890625},
+                         {511366.7734375, 6902895.31640625, 52919.26171875}},
+                        {{0, 1, 2}}};
+    const Mesh cube = box({0, 0, 0}, {1, 1, 1});
+    const Mesh needle = {{{0, 0, 0}, {1e-170, 0, 0}, {0, 1, 0}}, {{0, 1, 2}}};
+    const struct {
+        const char* name;
+        const Mesh& mesh;
+        Point3D point;
+        double tolerance;
+        bool expected;
+    } rows[] = {
+        {"exactly on a slope",
+         slope,
+         {531241.4951171875, 6960994.849609375, 4373.43359375},
+         0,
+         true},
+        {"the same", slope, {531241.4951171875, 6960994.849609375, 4373.43359375}, 1e-300, true},
+        {"the same", slope, {531241.4951171875, 6960994.849609375, 4373.43359375}, 1e-11, true},
+        {"far", cube, {1e160, 0, 0}, 1.1e160, true},
+        {"too far", cube, {1e160, 0, 0}, 0.9e160, false},
+        {"far and aslant", cube, {1e160, 1e160, 0}, 1.5e160, true},
+        {"too far and aslant", cube, {1e160, 1e160, 0}, 1.4e160, false},
+        {"at the end of the range", cube, {1.5e308, 0.5, 0.5}, 1.6e308, true},
+        {"beyond the tolerance there", cube, {1.5e308, -1.5e308, 0.5}, 1.6e308, false},
+        {"near", cube, {0.5, 0.5, -1e-200}, 1.1e-200, true},
+        {"not so near", cube, {0.5, 0.5, -1e-200}, 1e-201, false},
+        {"near an edge", cube, {0.5, -3e-200, -4e-200}, 5.1e-200, true},
+        {"not so near an edge", cube, {0.5, -3e-200, -4e-200}, 4.9e-200, false},
+        {"near a corner", cube, {-2e-200, -3e-200, -6e-200}, 7.1e-200, true},
+        {"not so near a corner", cube, {-2e-200, -3e-200, -6e-200}, 6.9e-200, false},
+        {"beside a needle", needle, {2e-170, 0, 0}, 1.1e-170, true},
+        {"not quite beside a needle", needle, {2e-170, 0, 0}, 0.9e-170, false},
+    };
+    TemporaryFile file("");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::unique_ptr<Triangulation> mesh(open_text(off_text(row.mesh), file));
+        ASSERT_EQ(mesh->NumPoints(), static_cast<int>(row.mesh.points.size()));
+        EXPECT_EQ(mesh->IsPointOn(row.point, row.tolerance), row.expected);
+    }
+}
+
+TEST(TriangulationTest, TrianglesWithoutAreaCountAsThePageSays) {
+    // A segment along x, as a triangle in a line and as one that repeats a corner.
+    const Mesh in_line = {{{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}, {{0, 1, 2}}};
+    const Mesh repeats = {{{0, 0, 0}, {2, 0, 0}}, {{0, 1, 1}}};
+    const Mesh across = {{{1, -1, -1}, {1, 1, -1}, {1, 0, 2}}, {{0, 1, 2}}};
+    TemporaryFile file("");
+    for (const Mesh& without_area : {in_line, repeats}) {
+        const std::unique_ptr<Triangulation> alone(open_text(off_text(without_area), file));
+        EXPECT_TRUE(alone->IsPointOn({0.5, 0, 0}, 0));
+        EXPECT_TRUE(alone->IsPointOn({0.5, 3, 4}, 5));
+        EXPECT_FALSE(alone->IsPointOn({0.5, 3, 4}, 4.9));
+        EXPECT_TRUE(alone->IsSurface());
+        const std::unique_ptr<Triangulation> crossed(
+            open_text(off_text(without_area.With(across)), file));
+        EXPECT_FALSE(crossed->IsCrossing());
+        EXPECT_FALSE(crossed->IsSurface()) << "the other one stands vertical";
+    }
+    const std::unique_ptr<Triangulation> points(open_text("OFF\n1 0 0\n0 0 0\n", file));
+    EXPECT_FALSE(points->IsSurface());
+}
+
 TEST(TriangulationTest, RealMeshesHaveTheirKnownMeasures) {
     const struct {
         const char* name;
