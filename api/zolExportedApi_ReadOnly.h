@@ -725,6 +725,105 @@ ZOL_EXPORTED int ZOL_BlockModel_FindXyz(BlockModelHandle* handle, const double* 
 ZOL_EXPORTED int ZOL_BlockModel_FindWorldXyz(BlockModelHandle* handle, const double* x,
                                              const double* y, const double* z);
 
+/* ---- Block models: matching -------------------------------------------------------
+ * A match narrows the walk to the blocks that triangulations and an extent select. Any of
+ * the three settings starts one; from then on the functions of the cursor speak of the
+ * match, which has a cursor of its own: set, then ZOL_BlockModel_FirstBlock, walk, and
+ * ZOL_BlockModel_ClearMatch. ZOL_BlockModel_SetPosition, ZOL_BlockModel_FindXyz and
+ * ZOL_BlockModel_FindWorldXyz end a match, too. A match that has ended forgets its settings.
+ *
+ * Selected is what lies in any of the triangulations, cut by the extent. A closed
+ * triangulation selects what is inside of it, an open one what lies vertically below it in
+ * the model. Without triangulations the extent alone selects, and without either everything
+ * does. A block matches when its centroid is selected, and in an exact match when a part of
+ * it is, of more than a billionth of its volume.
+ *
+ * The match is made when its cursor first moves; until then it stands past the end. It
+ * streams: it holds no list of blocks. A setting that comes during a walk takes effect at
+ * the next ZOL_BlockModel_FirstBlock.
+ */
+
+/**
+ * Adds a triangulation to the match, and starts one if there is none.
+ * handle     in. Borrowed for this call.
+ * file_name  in, one of the formats of ZOL_Triangulation_Open; in world coordinates
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_AddMatchTriangulation no model currently open or blocks matched."
+ *   -1  "ZOL_API not initialised."
+ * The file is read when the match is made. That it can't be read is no failure: it selects
+ * nothing, and the diagnostics channel tells why.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_AddMatchTriangulation(BlockModelHandle* handle,
+                                                      const char* file_name);
+
+/**
+ * Sets the extent of the match, and starts one if there is none. The latest counts.
+ * handle         in. Borrowed for this call.
+ * lower_x, ...   in, least x, y, z, then greatest x, y, z, in model coordinates
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_SetMatchExtent no model currently open or blocks matched."
+ *   -1  "ZOL_API not initialised."
+ * Nothing tests the numbers: an extent without room in it selects nothing. A centroid on its
+ * upper faces lies outside of it, one on its lower faces inside.
+ */
+ZOL_EXPORTED int ZOL_BlockModel_SetMatchExtent(BlockModelHandle* handle, const double* lower_x,
+                                               const double* lower_y, const double* lower_z,
+                                               const double* upper_x, const double* upper_y,
+                                               const double* upper_z);
+
+/**
+ * Tells whether parts of blocks match, and starts a match if there is none.
+ * handle  in. Borrowed for this call.
+ * exact   in, 1 for an exact match; any other value for one by centroids, as it is at first
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_SetUseExactVolume no model currently open or blocks matched."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_SetUseExactVolume(BlockModelHandle* handle, const int* exact);
+
+/**
+ * Ends the match: the cursor is that of the model again.
+ * handle  in. Borrowed for this call.
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_ClearMatch no blocks currently matched."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_ClearMatch(BlockModelHandle* handle);
+
+/**
+ * The extent, in model coordinates, of what matches of the block under the cursor: the whole
+ * block, or in an exact match the least box around the part that is selected. All 0.0 past
+ * the end.
+ * handle         in. Borrowed for this call.
+ * lower_x, ...   out, least x, y, z, then greatest x, y, z
+ * Results:
+ *   0   success
+ *   1   "ZOL_BlockModel_GetBlockMatchExtent no blocks currently matched."
+ *   -1  "ZOL_API not initialised."
+ */
+ZOL_EXPORTED int ZOL_BlockModel_GetBlockMatchExtent(BlockModelHandle* handle, double* lower_x,
+                                                    double* lower_y, double* lower_z,
+                                                    double* upper_x, double* upper_y,
+                                                    double* upper_z);
+
+/**
+ * The volume of what matches of the block under the cursor: that of the whole block, or in
+ * an exact match that of the part that is selected, computed and not sampled. Where
+ * triangulations overlap, it counts once. 0.0 past the end.
+ * handle  in. Borrowed for this call.
+ * Results:
+ *   the volume
+ *   -1.0  "ZOL_BlockModel_GetBlockMatchVolume no blocks currently matched."
+ *   -1.0  "ZOL_API not initialised."
+ * Formula: by the divergence theorem for the field (0, 0, z); the union of solids whose
+ * surfaces cross in the block by cutting its plan into trapezoids.
+ */
+ZOL_EXPORTED double ZOL_BlockModel_GetBlockMatchVolume(BlockModelHandle* handle);
+
 /* ---- Triangulations ---------------------------------------------------------------
  * A triangulation is a mesh of points and triangles. Both are counted from 0 in the order of
  * the file; the corners of a triangle are points of the same triangulation. Coordinates are

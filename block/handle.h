@@ -21,6 +21,7 @@ namespace zol::block {
 
 inline constexpr std::string_view kNoModel = "no model currently open.";
 inline constexpr std::string_view kNoModelOrMatch = "no model currently open or blocks matched.";
+inline constexpr std::string_view kNoMatch = "no blocks currently matched.";
 inline constexpr std::string_view kInvalidIndex = "Invalid index.";
 
 inline model::block::Model* open_model(api::Call& call, BlockModelHandle* handle) {

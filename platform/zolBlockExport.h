@@ -109,8 +109,25 @@ public:
     BlockExtent GetBlockExtent() const override;
     Position GetPosition() const override;
 
-    /// Ends the match; the object is fit for a new one. Closing twice is fine.
+    /// Ends the match and forgets its settings; the object is fit for a new one. Closing
+    /// twice is fine.
     void Close();
+
+    // Settings take effect when the cursor next goes to the first block.
+
+    /// Adds a mesh file, in world coordinates. Nothing is reported: a file that can't be
+    /// read selects nothing.
+    void AddTriangulation(const std::string& file);
+    void SetExtent(const geometry::Extent& extent);
+    /// Whether parts of blocks match, and not only whole blocks by their centroid.
+    void SetUseExactVolume(bool exact);
+
+    // Of the block under the match's cursor; all zero where it is on none.
+
+    /// The box of its part that matches.
+    BlockExtent GetMatchExtent() const;
+    /// The volume of that part.
+    double GetMatchVolume() const;
 
 private:
     std::unique_ptr<State> state_;

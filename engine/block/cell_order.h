@@ -36,6 +36,7 @@ public:
 
     std::int64_t NCells() const { return counts_[0] * counts_[1] * counts_[2]; }
     const Cell& Counts() const { return counts_; }
+    const CellOrder& Order() const { return order_; }
 
     Cell CellAt(std::int64_t ordinal) const;
     std::int64_t OrdinalOf(const Cell& cell) const;

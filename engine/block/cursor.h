@@ -29,10 +29,10 @@ public:
     /// NaN for a text variable and for an unknown name.
     double Number(const std::string& name) const;
     std::string Text(const std::string& name) const;
-    geometry::Extent Extent() const;
+    zol::geometry::Extent Extent() const;
 
 private:
-    const geometry::Extent& BlockExtent() const;
+    const zol::geometry::Extent& BlockExtent() const;
     double Compute(Predefined predefined) const;
     std::string NameOfCode(const Variable& variable, double code) const;
 
@@ -42,7 +42,7 @@ private:
     std::int64_t position_ = 0;
     // The extent of one block is asked for up to seven times by its predefined variables.
     mutable std::int64_t extent_of_ = -1;
-    mutable geometry::Extent extent_{0, 0, 0, 0, 0, 0};
+    mutable zol::geometry::Extent extent_{0, 0, 0, 0, 0, 0};
 };
 
 }  // namespace zol::engine::block

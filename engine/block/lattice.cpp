@@ -107,18 +107,17 @@ std::int64_t Axis::CellOf(double x) const {
 }
 
 LatticeGeometry::LatticeGeometry(Axis x, Axis y, Axis z, const CellOrder& order)
-    : x_(std::move(x)),
-      y_(std::move(y)),
-      z_(std::move(z)),
-      numbering_(order, {x_.Count(), y_.Count(), z_.Count()}) {}
+    : axes_{std::move(x), std::move(y), std::move(z)},
+      numbering_(order, {axes_[0].Count(), axes_[1].Count(), axes_[2].Count()}) {}
 
 geometry::Extent LatticeGeometry::BlockExtent(std::int64_t block) {
     const auto [i, j, k] = numbering_.CellAt(block);
-    return {x_.Lower(i), y_.Lower(j), z_.Lower(k), x_.Upper(i), y_.Upper(j), z_.Upper(k)};
+    return {axes_[0].Lower(i), axes_[1].Lower(j), axes_[2].Lower(k),
+            axes_[0].Upper(i), axes_[1].Upper(j), axes_[2].Upper(k)};
 }
 
 std::int64_t LatticeGeometry::Find(const geometry::Coord3D& point) {
-    const Cell cell{x_.CellOf(point.x), y_.CellOf(point.y), z_.CellOf(point.z)};
+    const Cell cell{axes_[0].CellOf(point.x), axes_[1].CellOf(point.y), axes_[2].CellOf(point.z)};
     if (std::min({cell[0], cell[1], cell[2]}) < 0) return -1;
     return numbering_.OrdinalOf(cell);
 }

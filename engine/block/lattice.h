@@ -1,6 +1,7 @@
 // Full lattices: every cell of three axes is a block.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -55,13 +56,14 @@ public:
     LatticeGeometry(Axis x, Axis y, Axis z, const CellOrder& order);
 
     std::int64_t NBlocks() const override { return numbering_.NCells(); }
-    geometry::Extent BlockExtent(std::int64_t block) override;
-    std::int64_t Find(const geometry::Coord3D& point) override;
+    zol::geometry::Extent BlockExtent(std::int64_t block) override;
+    std::int64_t Find(const zol::geometry::Coord3D& point) override;
+    const std::array<Axis, 3>* Axes() const override { return &axes_; }
+    const CellNumbering* Numbering() const override { return &numbering_; }
+    Cell CellOf(std::int64_t block) override { return numbering_.CellAt(block); }
 
 private:
-    Axis x_;
-    Axis y_;
-    Axis z_;
+    std::array<Axis, 3> axes_;
     CellNumbering numbering_;
 };
 

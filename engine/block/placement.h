@@ -17,29 +17,30 @@ public:
     /// World and model are the same.
     Placement();
     /// Shifted, not turned.
-    explicit Placement(const geometry::Coord3D& origin);
-    static Placement FromAngles(const geometry::Coord3D& origin, const geometry::Coord3D& degrees);
+    explicit Placement(const zol::geometry::Coord3D& origin);
+    static Placement FromAngles(const zol::geometry::Coord3D& origin,
+                                const zol::geometry::Coord3D& degrees);
     /// `rotation` is orthonormal and right-handed, as RotationFault says.
-    static Placement FromRotation(const geometry::Coord3D& origin, const Rotation& rotation);
+    static Placement FromRotation(const zol::geometry::Coord3D& origin, const Rotation& rotation);
 
     /// What keeps three axes from being a right-handed orthonormal frame within
     /// 1e-6, in words for a person; null when nothing does.
     static const char* RotationFault(const Rotation& rotation);
 
-    const geometry::Coord3D& Origin() const { return origin_; }
+    const zol::geometry::Coord3D& Origin() const { return origin_; }
     /// The angles a, b, c in degrees; all zero for a model that is not turned.
-    const geometry::Coord3D& Angles() const { return angles_; }
+    const zol::geometry::Coord3D& Angles() const { return angles_; }
     bool IsRotated() const { return rotated_; }
 
-    geometry::Coord3D ToWorld(double x, double y, double z) const;
-    geometry::Coord3D ToModel(double x, double y, double z) const;
+    zol::geometry::Coord3D ToWorld(double x, double y, double z) const;
+    zol::geometry::Coord3D ToModel(double x, double y, double z) const;
 
 private:
-    Placement(const geometry::Coord3D& origin, const geometry::Coord3D& angles,
+    Placement(const zol::geometry::Coord3D& origin, const zol::geometry::Coord3D& angles,
               const Rotation& rotation, bool rotated);
 
-    geometry::Coord3D origin_;
-    geometry::Coord3D angles_;
+    zol::geometry::Coord3D origin_;
+    zol::geometry::Coord3D angles_;
     Rotation rotation_;
     bool rotated_ = false;
 };

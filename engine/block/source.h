@@ -15,10 +15,10 @@ namespace zol::engine::block {
 /// One way in which blocks are laid out, in model coordinates.
 struct SchemaFacts {
     bool original = true;
-    geometry::Extent extent{0, 0, 0, 0, 0, 0};
-    geometry::Point3I dimensions;
-    geometry::Coord3D minimum_size;
-    geometry::Coord3D maximum_size;
+    zol::geometry::Extent extent{0, 0, 0, 0, 0, 0};
+    zol::geometry::Point3I dimensions;
+    zol::geometry::Coord3D minimum_size;
+    zol::geometry::Coord3D maximum_size;
 };
 
 /// An opened block model: its catalogue is read, its columns are not. Columns and
@@ -27,7 +27,7 @@ struct Source {
     std::string name;
     Placement placement;
     std::unique_ptr<Geometry> geometry;
-    geometry::Extent extent{0, 0, 0, 0, 0, 0};
+    zol::geometry::Extent extent{0, 0, 0, 0, 0, 0};
     bool stratigraphic = false;
     /// The parent lattice first.
     std::vector<SchemaFacts> schemas;

@@ -17,22 +17,22 @@ const geometry::Extent kNoExtent{0, 0, 0, 0, 0, 0};
 SparseLattice::SparseLattice(BlockRows rows, std::array<Axis, 3> axes)
     : rows_(std::move(rows)), axes_(std::move(axes)) {}
 
-SparseLattice::Place SparseLattice::PlaceOf(std::int64_t block) {
+Cell SparseLattice::CellOf(std::int64_t block) {
     const Spans spans = rows_.At(block);
-    Place place{};
+    Cell place{};
     for (std::size_t axis = 0; axis < 3; ++axis) {
         place[axis] = axes_[axis].CellOf(spans[axis].centroid);
     }
     return place;
 }
 
-std::uint64_t SparseLattice::CellNumber(const Place& place) const {
+std::uint64_t SparseLattice::CellNumber(const Cell& place) const {
     return static_cast<std::uint64_t>(place[0] +
                                       axes_[0].Count() * (place[1] + axes_[1].Count() * place[2]));
 }
 
 geometry::Extent SparseLattice::BlockExtent(std::int64_t block) {
-    const Place place = PlaceOf(block);
+    const Cell place = CellOf(block);
     if (place[0] < 0 || place[1] < 0 || place[2] < 0) {
         return kNoExtent;
     }
@@ -45,7 +45,7 @@ void SparseLattice::BuildIndex() {
         static_cast<std::uint64_t>(axes_[0].Count() * axes_[1].Count() * axes_[2].Count());
     auto index = std::make_unique<CellIndex>(cells, static_cast<std::uint32_t>(rows_.Count()));
     for (std::int64_t block = 0; block < rows_.Count(); ++block) {
-        const Place place = PlaceOf(block);
+        const Cell place = CellOf(block);
         if (place[0] >= 0 && place[1] >= 0 && place[2] >= 0) {
             index->Insert(CellNumber(place), static_cast<std::uint32_t>(block));
         }
@@ -61,7 +61,7 @@ void SparseLattice::BuildIndex() {
 
 std::int64_t SparseLattice::Find(const geometry::Coord3D& point) {
     const std::array<double, 3> at{point.x, point.y, point.z};
-    Place place{};
+    Cell place{};
     for (std::size_t axis = 0; axis < 3; ++axis) {
         place[axis] = axes_[axis].CellOf(at[axis]);
         if (place[axis] < 0) {
@@ -79,7 +79,7 @@ std::int64_t SparseLattice::Find(const geometry::Coord3D& point) {
     // ends there: blocks are closed boxes. Fewest axes stepped down come first.
     constexpr std::array<unsigned, 7> kSteps = {1, 2, 4, 3, 5, 6, 7};
     for (const unsigned step : kSteps) {
-        Place below = place;
+        Cell below = place;
         bool on_faces = true;
         for (std::size_t axis = 0; axis < 3; ++axis) {
             if ((step >> axis & 1U) != 0) {

@@ -22,12 +22,12 @@ public:
     std::int64_t NBlocks() const override { return rows_.Count(); }
     geometry::Extent BlockExtent(std::int64_t block) override;
     std::int64_t Find(const geometry::Coord3D& point) override;
+    const std::array<Axis, 3>* Axes() const override { return &axes_; }
+    /// A number is -1 outside of the lattice.
+    Cell CellOf(std::int64_t block) override;
 
 private:
-    // Cell numbers along the axes; a number is -1 outside of the lattice.
-    using Place = std::array<std::int64_t, 3>;
-    Place PlaceOf(std::int64_t block);
-    std::uint64_t CellNumber(const Place& place) const;
+    std::uint64_t CellNumber(const Cell& place) const;
     void BuildIndex();
 
     BlockRows rows_;

@@ -57,7 +57,6 @@ TEST_F(CursorTest, SevenFunctionsFollowTheMatchWhileThereIsOne) {
     EXPECT_EQ(doubles::journal, journal_of("Model"));
 
     BeginMatch();
-    doubles::journal.clear();
     ExpectAnswersOf(doubles::script.match, {10, 20, 30, 40, 50, 60});
     EXPECT_EQ(doubles::journal, journal_of("Match"));
 }
@@ -65,6 +64,7 @@ TEST_F(CursorTest, SevenFunctionsFollowTheMatchWhileThereIsOne) {
 TEST_F(CursorTest, AMatchAloneIsEnoughForACursor) {
     BlockModelHandle match_only;
     match_only.match = &handle_->model->GetMatch();
+    doubles::journal.clear();
     EXPECT_EQ(ZOL_BlockModel_FirstBlock(&match_only), 0);
     EXPECT_EQ(doubles::journal, Journal{"Match::FindFirst"});
 }
@@ -116,7 +116,6 @@ TEST_F(CursorTest, GoingToAPlaceEndsTheMatchFirstAlsoWhenNothingIsThere) {
     for (const Going& going : kGoings) {
         SCOPED_TRACE(going.asked);
         BeginMatch();
-        doubles::journal.clear();
         going.go(handle_);
         EXPECT_EQ(handle_->match, nullptr);
         going.go(handle_);

@@ -52,7 +52,7 @@ long long call_with(R (*function)(A...), BlockModelHandle* handle, Outputs& outp
         outputs.made = result;
         return result != nullptr ? 1 : 0;
     } else {
-        return result;
+        return static_cast<long long>(result);
     }
 }
 
@@ -148,6 +148,18 @@ constexpr Export kExports[] = {
      "ZOL_BlockModel_FindXyz no model currently open.", 0, "Model::FindXyz", Order::kSuccessFirst},
     {"ZOL_BlockModel_FindWorldXyz", call<ZOL_BlockModel_FindWorldXyz>, -1, -1,
      "ZOL_BlockModel_FindWorldXyz no model currently open.", 0, "Model::FindWorldXyz", Order::kSuccessFirst},
+    {"ZOL_BlockModel_AddMatchTriangulation", call<ZOL_BlockModel_AddMatchTriangulation>, -1, 1,
+     "ZOL_BlockModel_AddMatchTriangulation no model currently open or blocks matched.", 0, "Model::GetMatch"},
+    {"ZOL_BlockModel_SetMatchExtent", call<ZOL_BlockModel_SetMatchExtent>, -1, 1,
+     "ZOL_BlockModel_SetMatchExtent no model currently open or blocks matched.", 0, "Model::GetMatch"},
+    {"ZOL_BlockModel_SetUseExactVolume", call<ZOL_BlockModel_SetUseExactVolume>, -1, 1,
+     "ZOL_BlockModel_SetUseExactVolume no model currently open or blocks matched.", 0, "Model::GetMatch"},
+    {"ZOL_BlockModel_ClearMatch", call<ZOL_BlockModel_ClearMatch>, -1, 1,
+     "ZOL_BlockModel_ClearMatch no blocks currently matched.", 0, "Match::Close"},
+    {"ZOL_BlockModel_GetBlockMatchExtent", call<ZOL_BlockModel_GetBlockMatchExtent>, -1, 1,
+     "ZOL_BlockModel_GetBlockMatchExtent no blocks currently matched.", 0, "Match::GetMatchExtent"},
+    {"ZOL_BlockModel_GetBlockMatchVolume", call<ZOL_BlockModel_GetBlockMatchVolume>, -1, -1,
+     "ZOL_BlockModel_GetBlockMatchVolume no blocks currently matched.", 0, "Match::GetMatchVolume", Order::kSuccessFirst},
 };
 // clang-format on
 

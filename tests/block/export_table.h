@@ -33,8 +33,11 @@ enum class Order {
 
 struct Export {
     /// Whether a match in progress does in place of a model. Only where there is a text.
-    bool TakesAMatch() const {
-        return std::string_view(no_model_text).ends_with("or blocks matched.");
+    bool TakesAMatch() const { return std::string_view(no_model_text).ends_with(" matched."); }
+    /// Whether it fails without a match in progress.
+    bool NeedsAMatch() const {
+        return no_model_text != nullptr &&
+               std::string_view(no_model_text).ends_with("currently matched.");
     }
 
     const char* name;

@@ -28,7 +28,10 @@ protected:
     }
 
     /// Puts the handle in the state that a setting of the match leaves it in.
-    void BeginMatch() { handle_->match = &handle_->model->GetMatch(); }
+    void BeginMatch() {
+        handle_->match = &handle_->model->GetMatch();
+        doubles::journal.clear();
+    }
 
     BlockModelHandle* handle_;
 };

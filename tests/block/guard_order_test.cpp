@@ -35,6 +35,15 @@ protected:
         }
         doubles::script.translations = {"ore"};
     }
+
+    /// A handle that the export does not fail for.
+    static BlockModelHandle* OpenFor(const Export& row) {
+        BlockModelHandle* const handle = ZOL_BlockModel_Open("model");
+        if (row.NeedsAMatch()) {
+            handle->match = &handle->model->GetMatch();
+        }
+        return handle;
+    }
 };
 
 TEST_F(GuardOrderTest, TheTableHoldsEveryExportOfTheFamily) {
@@ -83,7 +92,7 @@ TEST_F(GuardOrderTest, ASuccessEmptiesTheErrorAndLogsTheOwnNameOnce) {
     for (const Export& row : block_model_exports()) {
         SCOPED_TRACE(row.name);
         ScriptSuccess();
-        BlockModelHandle* const handle = ZOL_BlockModel_Open("model");
+        BlockModelHandle* const handle = OpenFor(row);
         make_error_pending();
         Outputs outputs;
         RecordedLog log;
@@ -104,7 +113,7 @@ TEST_F(GuardOrderTest, WhatTheLibraryUnderneathThrowsTellsTheOrder) {
     for (const Export& row : block_model_exports()) {
         SCOPED_TRACE(row.name);
         ScriptSuccess();
-        BlockModelHandle* const handle = ZOL_BlockModel_Open("model");
+        BlockModelHandle* const handle = OpenFor(row);
         doubles::script.throwing = row.operation;
         make_error_pending();
         const std::string error_before = pending_error();

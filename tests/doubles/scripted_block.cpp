@@ -118,6 +118,28 @@ void Match::Close() {
     note("Match::Close");
 }
 
+void Match::AddTriangulation(const std::string& file) {
+    note("Match::AddTriangulation", file);
+}
+
+void Match::SetExtent(const Extent& extent) {
+    note("Match::SetExtent", extent.x0, extent.y0, extent.z0, extent.x1, extent.y1, extent.z1);
+}
+
+void Match::SetUseExactVolume(bool exact) {
+    note("Match::SetUseExactVolume", exact);
+}
+
+BlockExtent Match::GetMatchExtent() const {
+    note("Match::GetMatchExtent");
+    return BlockExtent(script.match_extent);
+}
+
+double Match::GetMatchVolume() const {
+    note("Match::GetMatchVolume");
+    return script.match_volume;
+}
+
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the contract's own signature
 Model::Model(const std::string& file, std::string mode) : state_(std::make_unique<State>()) {
     note("Model::Model", file, mode);
@@ -178,6 +200,7 @@ std::string Model::GetName() const {
 }
 
 Match& Model::GetMatch() {
+    note("Model::GetMatch");
     return state_->match;
 }
 

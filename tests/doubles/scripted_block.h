@@ -45,6 +45,8 @@ struct Script {
 
     ScriptedCursor model;
     ScriptedCursor match;
+    geometry::Extent match_extent{0, 0, 0, 0, 0, 0};
+    double match_volume = 0.0;
 
     geometry::Extent extent{0, 0, 0, 0, 0, 0};
     geometry::Coord3D origin;
