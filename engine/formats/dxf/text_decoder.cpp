@@ -1,0 +1,199 @@
+#include "engine/formats/dxf/text_decoder.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <vector>
+
+#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/text_encoding.h"
+
+namespace zol::engine {
+
+namespace {
+
+constexpr const char* kReplacement = "\xEF\xBF\xBD";
+
+// The code pages of \M+n, from n = 1 on.
+constexpr std::array<const char*, 5> kDoubleBytePages = {"CP932", "CP950", "CP949", "JOHAB",
+                                                         "CP936"};
+
+bool is_ascii(std::string_view text) {
+    return std::none_of(text.begin(), text.end(),
+                        [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
+// True when all of the file beyond ASCII is valid UTF-8.
+bool is_file_utf8(const File& file) {
+    constexpr std::size_t kBlock = std::size_t{1} << 18;
+    constexpr std::size_t kMostBytesOfCharacter = 4;
+    std::vector<char> block(kBlock);
+    std::uint64_t offset = 0;
+    for (;;) {
+        const std::size_t count = file.ReadAt(offset, block.data(), block.size());
+        std::size_t whole = count;
+        // A character that the block cuts is looked at with the next one.
+        if (count == block.size()) {
+            std::size_t back = 1;
+            while (back < kMostBytesOfCharacter &&
+                   (static_cast<unsigned char>(block[count - back]) >> 6U) == 2) {
+                ++back;
+            }
+            if (static_cast<unsigned char>(block[count - back]) >= 0xC0) whole = count - back;
+        }
+        if (!is_utf8({block.data(), whole})) return false;
+        if (count < block.size()) return true;
+        offset += whole;
+    }
+}
+
+bool read_hex(std::string_view text, std::size_t at, std::size_t count, std::uint32_t& code) {
+    if (text.size() < at + count) return false;
+    const char* const begin = text.data() + at;
+    const auto end = std::from_chars(begin, begin + count, code, 16);
+    return end.ec == std::errc() && end.ptr == begin + count;
+}
+
+}  // namespace
+
+// Kept open: to open a converter costs more than the few letters of a text.
+class TextDecoder::CodePage {
+public:
+    explicit CodePage(const std::string& name) : handle_(::iconv_open("UTF-8", name.c_str())) {}
+    CodePage(const CodePage&) = delete;
+    CodePage& operator=(const CodePage&) = delete;
+    ~CodePage() {
+        if (IsOpen()) ::iconv_close(handle_);
+    }
+
+    std::string ToUtf8(std::string_view text) {
+        if (!IsOpen()) return std::string(text);
+        ::iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+        std::string converted;
+        // iconv takes a pointer to non-const for historical reasons; it changes nothing.
+        char* from = const_cast<char*>(text.data());
+        std::size_t left = text.size();
+        std::array<char, 256> part{};
+        while (left > 0) {
+            char* to = part.data();
+            std::size_t room = part.size();
+            const bool has_stopped =
+                ::iconv(handle_, &from, &left, &to, &room) == static_cast<std::size_t>(-1);
+            converted.append(part.data(), part.size() - room);
+            if (has_stopped && errno != E2BIG && left > 0) {
+                converted += kReplacement;
+                ++from;
+                --left;
+            }
+        }
+        return converted;
+    }
+
+private:
+    // iconv_open says "no such encoding" by a pointer of all ones.
+    bool IsOpen() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
+
+    iconv_t handle_;
+};
+
+TextDecoder::TextDecoder(const File& file) : file_(file) {}
+TextDecoder::~TextDecoder() = default;
+
+void TextDecoder::SetVersion(std::string_view version) {
+    is_utf8_release_ = without_blanks(version) >= "AC1021";
+}
+
+void TextDecoder::SetCodePage(std::string_view name) {
+    name = without_blanks(name);
+    std::size_t digits = name.size();
+    while (digits > 0 && name[digits - 1] >= '0' && name[digits - 1] <= '9') --digits;
+    const std::string number(name.substr(digits));
+    if (is_same_word(name, "UTF-8") || is_same_word(name, "UTF8")) {
+        form_ = Form::Utf8;
+    } else if (number == "1361") {
+        encoding_ = "JOHAB";
+        is_double_byte_ = true;
+    } else if (!number.empty() && is_known_encoding("CP" + number)) {
+        encoding_ = "CP" + number;
+        is_double_byte_ = number == "932" || number == "936" || number == "949" || number == "950";
+    }
+}
+
+void TextDecoder::FindForm(std::string_view raw) {
+    const bool may_be_utf8 = !is_double_byte_ && is_utf8(raw);
+    const bool is_utf8_text = may_be_utf8 && (is_binary_ || is_file_utf8(file_));
+    form_ = is_utf8_text ? Form::Utf8 : Form::OfCodePage;
+}
+
+std::string TextDecoder::ToUtf8(std::string_view raw) {
+    if (is_ascii(raw)) return std::string(raw);
+    if (!is_utf8_release_) {
+        if (form_ == Form::Unknown) FindForm(raw);
+        if (form_ == Form::OfCodePage) {
+            if (!page_) page_ = std::make_unique<CodePage>(encoding_);
+            return page_->ToUtf8(raw);
+        }
+    }
+    return is_utf8(raw) ? std::string(raw) : to_utf8(raw, encoding_);
+}
+
+std::string TextDecoder::Decode(std::string_view raw) {
+    return without_escapes(ToUtf8(raw));
+}
+
+void append_utf8(std::uint32_t code, std::string& to) {
+    if (code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF) || code == 0) {
+        to += kReplacement;
+        return;
+    }
+    const auto add = [&to](std::uint32_t byte) { to += static_cast<char>(byte); };
+    if (code < 0x80) {
+        add(code);
+    } else if (code < 0x800) {
+        add(0xC0U | code >> 6U);
+        add(0x80U | (code & 0x3FU));
+    } else if (code < 0x10000) {
+        add(0xE0U | code >> 12U);
+        add(0x80U | (code >> 6U & 0x3FU));
+        add(0x80U | (code & 0x3FU));
+    } else {
+        add(0xF0U | code >> 18U);
+        add(0x80U | (code >> 12U & 0x3FU));
+        add(0x80U | (code >> 6U & 0x3FU));
+        add(0x80U | (code & 0x3FU));
+    }
+}
+
+std::string without_escapes(std::string text) {
+    if (text.find("\\U+") == text.npos && text.find("\\M+") == text.npos) return text;
+    std::string plain;
+    for (std::size_t i = 0; i < text.size();) {
+        std::uint32_t code = 0;
+        if (text.compare(i, 3, "\\U+") == 0 && read_hex(text, i + 3, 4, code)) {
+            i += 7;
+            std::uint32_t low = 0;
+            // A character beyond the first plane is a pair of surrogates.
+            if (code >= 0xD800 && code < 0xDC00 && text.compare(i, 3, "\\U+") == 0 &&
+                read_hex(text, i + 3, 4, low) && low >= 0xDC00 && low < 0xE000) {
+                code = 0x10000 + ((code - 0xD800) << 10U) + (low - 0xDC00);
+                i += 7;
+            }
+            append_utf8(code, plain);
+        } else if (text.compare(i, 3, "\\M+") == 0 && i + 3 < text.size() && text[i + 3] >= '1' &&
+                   text[i + 3] <= '5' && read_hex(text, i + 4, 4, code)) {
+            const char* const page = kDoubleBytePages[static_cast<std::size_t>(text[i + 3] - '1')];
+            const char bytes[] = {static_cast<char>(code >> 8U), static_cast<char>(code & 0xFFU)};
+            // What is one byte has a zero in front.
+            plain += to_utf8({bytes[0] == 0 ? bytes + 1 : bytes, bytes[0] == 0 ? 1U : 2U}, page);
+            i += 8;
+        } else {
+            plain += text[i++];
+        }
+    }
+    return plain;
+}
+
+}  // namespace zol::engine
