@@ -25,7 +25,7 @@ class VStringMap;
 namespace zol::support {
 class EntryFinder;
 class VariantTextReader;
-}
+}  // namespace zol::support
 
 /// What a value is; also the kind byte of the binary forms.
 enum MVariantKind : std::uint32_t {

@@ -17,8 +17,7 @@ void in_every_locale(Check check) {
         check();
     }
     zol::testing_support::MadeLocales locales;
-    const char* const made[][2] = {
-        {"C", "UTF-8"}, {"de_DE", "ISO-8859-1"}, {"ja_JP", "EUC-JP"}};
+    const char* const made[][2] = {{"C", "UTF-8"}, {"de_DE", "ISO-8859-1"}, {"ja_JP", "EUC-JP"}};
     for (const auto& [language, letters] : made) {
         SCOPED_TRACE(std::string("locale ") + language + '.' + letters);
         if (locales.Set(language, letters)) {

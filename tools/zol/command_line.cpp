@@ -14,11 +14,8 @@ namespace zol::tool {
 namespace {
 
 constexpr AddCommands kGroups[] = {
-    add_block_commands,
-    add_grid_commands,
-    add_mesh_commands,
-    add_message_commands,
-    add_variant_commands,
+    add_block_commands,   add_grid_commands,    add_mesh_commands,
+    add_message_commands, add_variant_commands,
 };
 
 /// "-.5" as "-0.5": a number's sign is told from an option's by the digit behind it.
