@@ -28,6 +28,13 @@ inline void copy_text_open(const std::string& text, char* buffer) {
     std::strncpy(buffer, text.c_str(), kTextBytes);
 }
 
+/// The first form but for its last byte, which stays as the caller has it: a text of 254
+/// characters or more has no terminator from here.
+inline void copy_text_but_last(const std::string& text, char* buffer) {
+    // NOLINTNEXTLINE(bugprone-not-null-terminated-result): this is its contract
+    std::strncpy(buffer, text.c_str(), kTextBytes - 1);
+}
+
 template <class... Out>
 void store_zeros(Out*... out) {
     ((*out = 0.0), ...);
