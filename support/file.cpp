@@ -55,8 +55,8 @@ file_handle file_Open(const char* path, std::uint32_t access, std::uint32_t disp
     std::string own_path = path;
     path_Normalise(own_path.data());
     const file_handle handle = zol::os::open_file(own_path.c_str(), *mode);
-    // A read behind the close of a handle leaves a slot under its number, which the system
-    // gives out again.
+    // A read behind the close of a handle leaves a slot under its number, at its end and
+    // without a buffer; the system gives the number out again.
     cache().Release(handle);
     return handle;
 }

@@ -14,6 +14,9 @@ void refill(ReadSlot& slot) {
     slot.position = 0;
     slot.filled = os::read_file(slot.handle, slot.buffer.get(), slot.capacity).value_or(0);
     slot.atEnd = slot.filled == 0;
+    // Nothing is read into it any more. A handle read behind its close, which no close will
+    // release again, so keeps its few words in the table and no buffer.
+    if (slot.atEnd) slot.buffer.reset();
 }
 
 std::uint32_t read_from(ReadSlot& slot, void* to, std::uint32_t count) {
@@ -50,6 +53,11 @@ std::uint32_t ReadCache::Read(os::File file, void* to, std::uint32_t count) {
 std::uint32_t ReadCache::NUnread(os::File file) const {
     const std::size_t slot = Find(file);
     return slot == kNoSlot ? 0 : slots_[slot].filled - slots_[slot].position;
+}
+
+std::size_t ReadCache::NBuffers() const {
+    const auto has_buffer = [](const ReadSlot& slot) { return slot.buffer != nullptr; };
+    return static_cast<std::size_t>(std::count_if(slots_.begin(), slots_.end(), has_buffer));
 }
 
 void ReadCache::Release(os::File file) {

@@ -11,7 +11,7 @@
 
 namespace zol::support {
 
-/// The buffer of one file. All zero when it is free.
+/// The buffer of one file, given up at the end of the file. All zero when it is free.
 struct ReadSlot {
     os::File handle = 0;
     std::unique_ptr<std::byte[]> buffer;
@@ -32,6 +32,9 @@ public:
 
     /// Bytes that the system has delivered and nobody has read yet.
     std::uint32_t NUnread(os::File file) const;
+
+    /// Files that have a buffer.
+    std::size_t NBuffers() const;
 
     /// Frees the file's slot and forgets the file if it was read last.
     void Release(os::File file);

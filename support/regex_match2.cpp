@@ -12,10 +12,8 @@
 
 namespace {
 
-// Kept free for what runs on top, and all that is counted on where the bounds of the
-// stack can't be told.
+// Kept free for what runs on top.
 constexpr std::size_t kSpare = std::size_t{64} << 10;
-constexpr std::size_t kUnknownStack = std::size_t{192} << 10;
 // Stack for one state of a pattern, both while it is read and while it is stepped through
 // without taking a byte: about twice the most that was measured, 530 bytes, and 2430 with
 // the address sanitizer.
@@ -24,6 +22,9 @@ constexpr std::size_t kBytesPerState = 5120;
 #else
 constexpr std::size_t kBytesPerState = 1024;
 #endif
+// All that is counted on where the bounds of the stack can't be told: 192 kB, and as many
+// states with the address sanitizer.
+constexpr std::size_t kUnknownStack = 192 * kBytesPerState;
 // The standard library's own limit.
 constexpr std::size_t kMostStates = 100'000;
 

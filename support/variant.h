@@ -187,8 +187,9 @@ public:
     /// The same of a record in `size` bytes, beyond which nothing is read: a record that
     /// claims more gives an empty value.
     void FromBinary(const void* record, std::size_t size);
-    /// Reads a file in the clear or under the first cipher; `info`, which may be null,
-    /// receives the header. False, with the value as it was, when the file does not open,
+    /// Reads a file in the clear or under the first cipher, whose last block is filled up
+    /// with zeros where the file breaks off in it; `info`, which may be null, receives the
+    /// header. False, with the value as it was, when the file does not open,
     /// has no header of version 1 or nothing behind it. True also for a record that does
     /// not hold together, which gives an empty value.
     bool ReadBinary(const char* path, FileInfo* info);

@@ -1,6 +1,7 @@
 // Values in files with a header: reading the record in the clear and under either cipher,
 // writing it under the first. The layout stands in docs/formats/variant-binary.md.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -37,6 +38,11 @@ std::optional<Bytes> read_body(const char* path, FileInfo& info) {
     return body;
 }
 
+/// Bytes of the whole blocks that hold so many.
+std::size_t blocks_for(std::size_t size) {
+    return (size + kBlowfishBlock - 1) / kBlowfishBlock * kBlowfishBlock;
+}
+
 }  // namespace
 
 MVariant::MVariant(const char* name, int form) : MVariant() {
@@ -56,8 +62,9 @@ bool MVariant::ReadBinary(const char* path, FileInfo* info) {
     auto body = read_body(path, told);
     if (!body) return false;
     if (header_IsSealed(told)) {
-        // Part of a block can't be deciphered, so it is no part of the record either.
-        body->resize(body->size() - body->size() % kBlowfishBlock);
+        // Of a block that the file has in part, what is missing counts as zeros, so a file
+        // that lost its last bytes still gives what stands in the blocks before.
+        body->resize(blocks_for(body->size()));
         cipher_DecipherBlowfish(*body);
     }
     FromBinary(body->data(), body->size());
@@ -90,7 +97,7 @@ bool MVariant::WriteSealed(const char* path, FileInfo* info) const {
 
     const auto record = ToBinary();
     Bytes padded(record.get(), record.get() + size);
-    padded.resize((size + kBlowfishBlock - 1) / kBlowfishBlock * kBlowfishBlock);
+    padded.resize(blocks_for(size));
     cipher_EncipherBlowfish(padded);
     file_Write(file.Handle(), padded.data(), static_cast<std::uint32_t>(padded.size()));
     return true;

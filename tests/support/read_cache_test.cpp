@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/file.h"
+#include "support/read_cache.h"
 #include "tests/support/scripted_os.h"
 
 namespace zol::testing {
@@ -169,6 +170,29 @@ TEST_F(ReadCacheTest, AHandleThatIsGivenOutAgainStartsAfresh) {
     handle_ = open_for_reading();
     ASSERT_EQ(handle_, before);
     EXPECT_EQ(read(handle_, 10), Content(0, 10));
+}
+
+TEST_F(ReadCacheTest, OnlyFilesThatAreNotAtTheirEndHoldABuffer) {
+    support::ReadCache cache;
+    std::string bytes(os_script.content.size(), '?');
+    const auto read_here = [&](file_handle file, std::uint32_t count) {
+        return cache.Read(file, bytes.data(), count);
+    };
+    EXPECT_EQ(read_here(handle_, 10), 10U);
+    EXPECT_EQ(cache.NBuffers(), 1U);
+    const file_handle closed = open_for_reading();
+    file_Close(closed);
+    for (file_handle file = closed; file < closed + 100; ++file) {
+        EXPECT_EQ(read_here(file, 10), 0U);
+    }
+    EXPECT_EQ(cache.NBuffers(), 1U);
+    EXPECT_EQ(read_here(handle_, kCapacity), kCapacity);
+    EXPECT_EQ(read_here(handle_, kCapacity), kCapacity);
+    EXPECT_EQ(cache.NBuffers(), 1U);
+    EXPECT_EQ(read_here(handle_, kCapacity), 200000U - 10U - 2 * kCapacity);
+    EXPECT_EQ(cache.NBuffers(), 0U);
+    EXPECT_EQ(read_here(handle_, 1), 0U);
+    EXPECT_EQ(cache.NUnread(handle_), 0U);
 }
 
 TEST_F(ReadCacheTest, RandomReadsAndSeeksDeliverWhatTheFileHolds) {

@@ -1,6 +1,8 @@
 // Values in few words, and what they are in a message of a test.
 #pragma once
 
+#include <cstdint>
+#include <cstring>
 #include <initializer_list>
 #include <ostream>
 #include <utility>
@@ -23,6 +25,14 @@ inline MVariant map_of(std::initializer_list<std::pair<const char*, MVariant>> e
         map[key] = value;
     }
     return map;
+}
+
+/// A text, vector or map that says so and has none, as another library may leave it.
+inline MVariant null_of(MVariantKind kind) {
+    MVariant value;
+    const std::uint32_t code = kind;
+    std::memcpy(static_cast<void*>(&value), &code, sizeof code);
+    return value;
 }
 
 /// As many vectors, each but the innermost with one element.

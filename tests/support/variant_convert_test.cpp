@@ -1,8 +1,11 @@
 // What values are made of and what they are as numbers and texts.
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -207,6 +210,48 @@ TEST(VariantConvert, GivesTextsByKind) {
     EXPECT_EQ(great.size(), 311U);
     EXPECT_EQ(great.substr(0, 18), "100000000000000001");
     EXPECT_EQ(great.substr(309), ".0");
+}
+
+/// What is wrong with the buffer of a process that has not asked for a text before.
+std::string faults_of_fresh_buffer() {
+    struct Row {
+        std::size_t length;
+        std::size_t capacity;
+        bool is_grown;
+    };
+    constexpr Row kRows[] = {
+        {5, 1024, true},      {1023, 1024, false}, {1024, 1536, true},  {3, 1536, false},
+        {1535, 1536, false},  {1536, 2304, true},  {2303, 2304, false}, {2305, 3457, true},
+        {50000, 75000, true}, {0, 75000, false},
+    };
+    constexpr std::size_t kMostRounding = 32;  // of the allocator
+    const char* before = nullptr;
+    std::string faults;
+    for (const Row& row : kRows) {
+        const std::string text(row.length, 'x');
+        const char* const buffer = MVariant(text).AsCString();
+        const std::size_t room = ::malloc_usable_size(const_cast<char*>(buffer));
+        const bool is_of_size = room >= row.capacity && room < row.capacity + kMostRounding;
+        const bool is_kept = row.is_grown || buffer == before;
+        if (buffer != text || !is_of_size || !is_kept) {
+            faults += std::to_string(row.length) + " bytes: room for " + std::to_string(room) +
+                      (is_kept ? "\n" : ", moved\n");
+        }
+        before = buffer;
+    }
+    return faults;
+}
+
+// In a process of its own, since the buffer never shrinks.
+TEST(VariantConvertDeathTest, BufferGrowsByHalfOfTheTextThatDoesNotFit) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            const std::string faults = faults_of_fresh_buffer();
+            std::fputs(faults.c_str(), stderr);
+            std::_Exit(faults.empty() ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "^$");
 }
 
 TEST(VariantConvert, KeepsTextsOfAnyLengthInOneBuffer) {

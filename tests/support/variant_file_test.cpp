@@ -102,7 +102,7 @@ TEST(VariantFile, ConstructorTakesTheReaderOfTheForm) {
     }
 }
 
-TEST(VariantFile, CutAnywhereGivesNothing) {
+TEST(VariantFile, CutAnywhereBeforeItsLastBlockGivesNothing) {
     for (const Form& form : forms()) {
         SCOPED_TRACE(form.name);
         const std::string whole = read_file(sample_path(form.sample));
@@ -113,9 +113,40 @@ TEST(VariantFile, CutAnywhereGivesNothing) {
             MVariant value = before();
             const bool has_body = size > kHeader;
             EXPECT_EQ((value.*form.read)(file.Path().c_str(), nullptr), has_body);
-            EXPECT_TRUE(is_same(value, has_body ? MVariant() : before()));
+            const std::size_t blocks = (size + form.block - 1 - kHeader) / form.block;
+            const bool is_filled_up = has_body && !form.needs_whole_blocks &&
+                                      kHeader + blocks * form.block == whole.size();
+            if (!is_filled_up) {
+                EXPECT_TRUE(is_same(value, has_body ? MVariant() : before()));
+            }
         }
     }
+}
+
+TEST(VariantFile, ThatEndsInABlockIsFilledUpWithZeros) {
+    // A record of 13 bytes, the second block of which holds the last five of the text.
+    const TemporaryFile file("");
+    ASSERT_TRUE(MVariant("abcdefgh").WriteSealed(file.Path().c_str(), nullptr));
+    const std::string whole = read_file(file.Path());
+    ASSERT_EQ(whole.size(), kHeader + 16);
+    const auto text_of = [&] {
+        MVariant value = before();
+        EXPECT_TRUE(value.ReadBinary(file.Path().c_str(), nullptr));
+        EXPECT_EQ(value.Kind(), MV_STRING);
+        return value.AsString();
+    };
+    for (std::size_t size = whole.size() - 1; size > kHeader + 8; --size) {
+        SCOPED_TRACE(size);
+        std::filesystem::resize_file(file.Path(), size);
+        const std::string broken = text_of();
+        EXPECT_EQ(broken.substr(0, 3), "abc") << "of the block before";
+        EXPECT_NE(broken, "abcdefgh");
+        // The same file with the zeros written out.
+        std::filesystem::resize_file(file.Path(), whole.size());
+        EXPECT_EQ(broken, text_of());
+    }
+    std::filesystem::resize_file(file.Path(), kHeader + 8);
+    EXPECT_EQ(MVariant(file.Path().c_str(), 1).Kind(), MV_EMPTY) << "no block is made up";
 }
 
 TEST(VariantFile, MoreBytesThanTheRecordChangeNothingButForWholeBlocks) {

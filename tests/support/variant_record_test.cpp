@@ -11,6 +11,7 @@
 
 #include "support/variant.h"
 #include "tests/support/random_variant.h"
+#include "tests/support/variant_building.h"
 #include "tests/support/variant_samples.h"
 
 namespace {
@@ -171,6 +172,12 @@ TEST(VariantRecord, ThatClaimsMoreThanThereIsGivesNothing) {
     MVariant value("what was there before");
     value.FromBinary(nullptr);
     EXPECT_EQ(value.Kind(), MV_EMPTY);
+}
+
+TEST(VariantRecord, OfATextOrContainerThatHasNoneIsThatOfAnEmptyOne) {
+    for (const MVariantKind kind : {MV_STRING, MV_VECTOR, MV_MAP}) {
+        EXPECT_EQ(written(zol::testing_support::null_of(kind)), written(MVariant(kind))) << kind;
+    }
 }
 
 TEST(VariantRecord, CutAnywhereGivesNothing) {
