@@ -364,13 +364,11 @@ PolygonParter::Outcome PolygonParter::Part(std::span<const std::int32_t> corners
     corners_ = corners;
     triangles_ = &triangles;
     Outcome outcome = Outcome::Parted;
-    if (corners.size() == 3) {
+    const bool is_triangle = corners.size() == 3;
+    const bool is_flat = is_triangle || Flatten(points);
+    if (is_triangle || !is_flat || IsConvex()) {
         Fan();
-    } else if (!Flatten(points)) {
-        Fan();
-        if (!are_in_line(corners, points)) outcome = Outcome::Crossing;
-    } else if (IsConvex()) {
-        Fan();
+        if (!is_flat && !are_in_line(corners, points)) outcome = Outcome::Crossing;
     } else {
         outcome = PartByEars();
     }
