@@ -25,12 +25,16 @@ using zol::tri::open_triangulation;
 
 namespace {
 
+TriProperties copied_properties(const Triangulation& triangulation) {
+    return triangulation.GetProperties();
+}
+
 template <class R, class Ask>
 R ask_properties(FunctionId function, const Answers<R>& answers, TriangulationHandle* handle,
                  Ask ask) {
     return guarded(function, answers, open_triangulation, handle,
                    [&](Call& call, const Triangulation& triangulation) -> Outcome<R> {
-                       const TriProperties properties = triangulation.GetProperties();
+                       const TriProperties properties = copied_properties(triangulation);
                        const R result = ask(properties);
                        call.Succeed();
                        return result;
@@ -44,7 +48,7 @@ int ZOL_Triangulation_GetColour(TriangulationHandle* handle, int* red, int* gree
                    [&](Call& call, const Triangulation& triangulation) -> Outcome<int> {
                        // Zeros first: callers see them when the copy below throws.
                        *red = *green = *blue = 0;
-                       const TriProperties properties = triangulation.GetProperties();
+                       const TriProperties properties = copied_properties(triangulation);
                        zol::api::store(properties.GetColour(), red, green, blue);
                        call.Succeed();
                        return 0;
