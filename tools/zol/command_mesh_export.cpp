@@ -19,18 +19,18 @@ namespace {
 
 struct Writer {
     MeshForm form;
-    void (*write)(const Mesh&, ProgressBar&, Output&);
     /// Whether points are written, or only the corners of triangles.
     bool has_points;
     bool is_binary;
+    void (*write)(const Mesh&, ProgressBar&, Output&);
 };
 
 constexpr Writer kWriters[] = {
-    {MeshForm::kObj, write_obj, true, false},
-    {MeshForm::kStl, write_stl, false, true},
-    {MeshForm::kStlText, write_stl_text, false, false},
-    {MeshForm::kPly, write_ply, true, true},
-    {MeshForm::kCsv, write_triangles_csv, false, false},
+    {MeshForm::kObj, true, false, write_obj},
+    {MeshForm::kStl, false, true, write_stl},
+    {MeshForm::kStlText, false, false, write_stl_text},
+    {MeshForm::kPly, true, true, write_ply},
+    {MeshForm::kCsv, false, false, write_triangles_csv},
 };
 
 const Writer& writer_of(MeshForm form) {
