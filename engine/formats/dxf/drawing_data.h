@@ -10,7 +10,7 @@
 
 #include "engine/formats/dxf/drawing.h"
 #include "engine/formats/dxf/placing.h"
-#include "engine/formats/mesh/growing_array.h"
+#include "engine/formats/growing_array.h"
 
 namespace zol::engine {
 

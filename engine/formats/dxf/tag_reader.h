@@ -12,8 +12,8 @@
 #include "engine/formats/dxf/binary_tags.h"
 #include "engine/formats/dxf/text_tags.h"
 #include "engine/formats/file.h"
-#include "engine/formats/mesh/line_numbers.h"
-#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/line_numbers.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

@@ -8,8 +8,8 @@
 #include <charconv>
 #include <vector>
 
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/text_encoding.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

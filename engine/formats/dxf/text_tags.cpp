@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

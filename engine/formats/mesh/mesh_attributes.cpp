@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/text_encoding.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-#include "engine/formats/mesh/growing_array.h"
+#include "engine/formats/growing_array.h"
 
 namespace zol::engine {
 

@@ -13,9 +13,9 @@
 #include "engine/formats/mesh/ply_file.h"
 #include "engine/formats/mesh/ply_header.h"
 #include "engine/formats/mesh/stl_file.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/mesh/tsurf_file.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

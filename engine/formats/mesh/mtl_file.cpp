@@ -7,11 +7,11 @@
 #include <string>
 
 #include "engine/formats/diagnostics.h"
-#include "engine/formats/mesh/line_numbers.h"
+#include "engine/formats/line_numbers.h"
 #include "engine/formats/mesh/name_beside.h"
 #include "engine/formats/mesh/obj_lines.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

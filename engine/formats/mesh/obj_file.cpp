@@ -8,15 +8,15 @@
 #include <vector>
 
 #include "engine/formats/diagnostics.h"
-#include "engine/formats/mesh/line_numbers.h"
+#include "engine/formats/line_numbers.h"
 #include "engine/formats/mesh/mesh_attributes.h"
 #include "engine/formats/mesh/mesh_limits.h"
 #include "engine/formats/mesh/obj_keywords.h"
 #include "engine/formats/mesh/obj_lines.h"
 #include "engine/formats/mesh/obj_materials.h"
 #include "engine/formats/mesh/polygon.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "engine/formats/file.h"
-#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

@@ -9,8 +9,8 @@
 #include "engine/formats/mesh/mesh_attributes.h"
 #include "engine/formats/mesh/mtl_file.h"
 #include "engine/formats/mesh/name_beside.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

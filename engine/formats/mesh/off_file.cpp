@@ -4,12 +4,12 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/formats/mesh/line_numbers.h"
+#include "engine/formats/line_numbers.h"
 #include "engine/formats/mesh/off_binary.h"
 #include "engine/formats/mesh/off_header.h"
 #include "engine/formats/mesh/off_mesh.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

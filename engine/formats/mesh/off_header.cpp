@@ -4,8 +4,8 @@
 #include <string>
 
 #include "engine/formats/mesh/mesh_limits.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

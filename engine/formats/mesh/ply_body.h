@@ -14,9 +14,9 @@
 #include "engine/formats/file.h"
 #include "engine/formats/mesh/byte_numbers.h"
 #include "engine/formats/mesh/ply_header.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/mesh/words.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

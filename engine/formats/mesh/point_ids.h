@@ -12,7 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "engine/formats/mesh/growing_array.h"
+#include "engine/formats/growing_array.h"
 
 namespace zol::engine {
 

@@ -16,7 +16,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/formats/mesh/growing_array.h"
+#include "engine/formats/growing_array.h"
 #include "engine/formats/mesh/mesh_data.h"
 
 namespace zol::engine {

@@ -9,8 +9,8 @@
 #include "engine/formats/mesh/point_welder.h"
 #include "engine/formats/mesh/stl_colours.h"
 #include "engine/formats/mesh/stl_forms.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

@@ -6,8 +6,8 @@
 #include "engine/formats/diagnostics.h"
 #include "engine/formats/mesh/byte_numbers.h"
 #include "engine/formats/mesh/stl_forms.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

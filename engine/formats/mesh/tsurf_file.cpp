@@ -6,13 +6,13 @@
 #include <string_view>
 #include <utility>
 
-#include "engine/formats/mesh/line_numbers.h"
+#include "engine/formats/line_numbers.h"
 #include "engine/formats/mesh/mesh_attributes.h"
 #include "engine/formats/mesh/mesh_limits.h"
 #include "engine/formats/mesh/point_ids.h"
-#include "engine/formats/mesh/text_lines.h"
 #include "engine/formats/mesh/tsurf_header.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "engine/formats/mesh/mesh_data.h"
-#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

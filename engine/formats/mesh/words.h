@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "engine/formats/mesh/line_numbers.h"
-#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/line_numbers.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine {
 

@@ -1,6 +1,6 @@
-#include "engine/formats/mesh/line_numbers.h"
+#include "engine/formats/line_numbers.h"
 
-#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/text_lines.h"
 
 namespace zol::engine::line_numbers {
 

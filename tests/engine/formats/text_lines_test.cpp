@@ -1,5 +1,5 @@
 // Lines of a file whatever ends them, and the numbers on them.
-#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/text_lines.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/formats/mesh/line_numbers.h"
+#include "engine/formats/line_numbers.h"
 #include "engine/formats/read_error.h"
 #include "tests/engine/temporary_file.h"
 

@@ -1,4 +1,4 @@
-#include "engine/formats/mesh/text_lines.h"
+#include "engine/formats/text_lines.h"
 
 #include <algorithm>
 #include <charconv>
