@@ -1,57 +1,11 @@
 #include "engine/formats/text_encoding.h"
 
-#include <iconv.h>
-
 #include <array>
-#include <cerrno>
 #include <cstdint>
 
+#include "engine/formats/utf8_converter.h"
+
 namespace zol::engine {
-
-namespace {
-
-constexpr const char* kReplacement = "\xEF\xBF\xBD";
-
-class Converter {
-public:
-    explicit Converter(const std::string& from) : handle_(::iconv_open("UTF-8", from.c_str())) {}
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
-    ~Converter() {
-        if (IsOpen()) {
-            ::iconv_close(handle_);
-        }
-    }
-
-    // iconv_open says "no such encoding" by a pointer of all ones.
-    bool IsOpen() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
-
-    std::string Convert(std::string_view text) {
-        std::string converted;
-        // iconv takes a pointer to non-const for historical reasons; it changes nothing.
-        char* from = const_cast<char*>(text.data());
-        std::size_t left = text.size();
-        std::array<char, 256> part{};
-        while (left > 0) {
-            char* to = part.data();
-            std::size_t room = part.size();
-            const bool stopped =
-                ::iconv(handle_, &from, &left, &to, &room) == static_cast<std::size_t>(-1);
-            converted.append(part.data(), part.size() - room);
-            if (stopped && errno != E2BIG && left > 0) {
-                converted += kReplacement;
-                ++from;
-                --left;
-            }
-        }
-        return converted;
-    }
-
-private:
-    iconv_t handle_;
-};
-
-}  // namespace
 
 bool is_utf8(std::string_view text) {
     for (std::size_t i = 0; i < text.size();) {
@@ -86,12 +40,11 @@ std::string to_utf8(std::string_view text, const std::string& encoding) {
     if (is_utf8(text)) {
         return std::string(text);
     }
-    Converter converter(encoding.empty() ? "CP1252" : encoding);
-    return converter.IsOpen() ? converter.Convert(text) : std::string(text);
+    return Utf8Converter(encoding.empty() ? "CP1252" : encoding).Convert(text);
 }
 
 bool is_known_encoding(const std::string& encoding) {
-    return Converter(encoding).IsOpen();
+    return Utf8Converter(encoding).IsOpen();
 }
 
 }  // namespace zol::engine

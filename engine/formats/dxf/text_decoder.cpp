@@ -1,10 +1,7 @@
 #include "engine/formats/dxf/text_decoder.h"
 
-#include <iconv.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <vector>
 
@@ -14,8 +11,6 @@
 namespace zol::engine {
 
 namespace {
-
-constexpr const char* kReplacement = "\xEF\xBF\xBD";
 
 // The code pages of \M+n, from n = 1 on.
 constexpr std::array<const char*, 5> kDoubleBytePages = {"CP932", "CP950", "CP949", "JOHAB",
@@ -59,48 +54,7 @@ bool read_hex(std::string_view text, std::size_t at, std::size_t count, std::uin
 
 }  // namespace
 
-// Kept open: to open a converter costs more than the few letters of a text.
-class TextDecoder::CodePage {
-public:
-    explicit CodePage(const std::string& name) : handle_(::iconv_open("UTF-8", name.c_str())) {}
-    CodePage(const CodePage&) = delete;
-    CodePage& operator=(const CodePage&) = delete;
-    ~CodePage() {
-        if (IsOpen()) ::iconv_close(handle_);
-    }
-
-    std::string ToUtf8(std::string_view text) {
-        if (!IsOpen()) return std::string(text);
-        ::iconv(handle_, nullptr, nullptr, nullptr, nullptr);
-        std::string converted;
-        // iconv takes a pointer to non-const for historical reasons; it changes nothing.
-        char* from = const_cast<char*>(text.data());
-        std::size_t left = text.size();
-        std::array<char, 256> part{};
-        while (left > 0) {
-            char* to = part.data();
-            std::size_t room = part.size();
-            const bool has_stopped =
-                ::iconv(handle_, &from, &left, &to, &room) == static_cast<std::size_t>(-1);
-            converted.append(part.data(), part.size() - room);
-            if (has_stopped && errno != E2BIG && left > 0) {
-                converted += kReplacement;
-                ++from;
-                --left;
-            }
-        }
-        return converted;
-    }
-
-private:
-    // iconv_open says "no such encoding" by a pointer of all ones.
-    bool IsOpen() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
-
-    iconv_t handle_;
-};
-
 TextDecoder::TextDecoder(const File& file) : file_(file) {}
-TextDecoder::~TextDecoder() = default;
 
 void TextDecoder::SetVersion(std::string_view version) {
     is_utf8_release_ = without_blanks(version) >= "AC1021";
@@ -133,8 +87,8 @@ std::string TextDecoder::ToUtf8(std::string_view raw) {
     if (!is_utf8_release_) {
         if (form_ == Form::Unknown) FindForm(raw);
         if (form_ == Form::OfCodePage) {
-            if (!page_) page_ = std::make_unique<CodePage>(encoding_);
-            return page_->ToUtf8(raw);
+            if (!page_) page_ = std::make_unique<Utf8Converter>(encoding_);
+            return page_->Convert(raw);
         }
     }
     return is_utf8(raw) ? std::string(raw) : to_utf8(raw, encoding_);
@@ -146,7 +100,7 @@ std::string TextDecoder::Decode(std::string_view raw) {
 
 void append_utf8(std::uint32_t code, std::string& to) {
     if (code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF) || code == 0) {
-        to += kReplacement;
+        to += kReplacementCharacter;
         return;
     }
     const auto add = [&to](std::uint32_t byte) { to += static_cast<char>(byte); };

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "engine/formats/file.h"
+#include "engine/formats/utf8_converter.h"
 
 namespace zol::engine {
 
@@ -18,7 +19,6 @@ class TextDecoder {
 public:
     /// The file must outlive this; it is only read when its header leaves a question open.
     explicit TextDecoder(const File& file);
-    ~TextDecoder();
 
     /// The value of $ACADVER, as "AC1015".
     void SetVersion(std::string_view version);
@@ -32,7 +32,6 @@ public:
     std::string Decode(std::string_view raw);
 
 private:
-    class CodePage;
     enum class Form : std::uint8_t { Unknown, Utf8, OfCodePage };
 
     std::string ToUtf8(std::string_view raw);
@@ -40,7 +39,8 @@ private:
 
     const File& file_;
     std::string encoding_ = "CP1252";
-    std::unique_ptr<CodePage> page_;
+    /// Of encoding_, once a text needs it.
+    std::unique_ptr<Utf8Converter> page_;
     Form form_ = Form::Unknown;
     bool is_utf8_release_ = false;
     bool is_double_byte_ = false;
