@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "api/guard.h"
+#include "api/index.h"
 #include "api/marshalling.h"
 #include "api/zolExportedApi_ReadOnly.h"
 #include "block/handle.h"
@@ -16,11 +17,11 @@ using zol::api::copy_text_open;
 using zol::api::FunctionId;
 using zol::api::guarded;
 using zol::api::guarded_late;
+using zol::api::is_index;
 using zol::api::kCount;
 using zol::api::kPredicate;
 using zol::api::kStatus;
 using zol::api::Outcome;
-using zol::block::is_index;
 using zol::block::kInvalidIndex;
 using zol::block::open_model;
 using zol::model::block::Model;

@@ -1,6 +1,7 @@
 // What a block model says about itself as a whole: where it lies, how many blocks
 // it has and by which schemas they are laid out.
 #include "api/guard.h"
+#include "api/index.h"
 #include "api/marshalling.h"
 #include "api/zolExportedApi_ReadOnly.h"
 #include "block/handle.h"
@@ -10,6 +11,7 @@ using zol::api::Call;
 using zol::api::FunctionId;
 using zol::api::guarded;
 using zol::api::guarded_late;
+using zol::api::is_index;
 using zol::api::kCount;
 using zol::api::kPredicate;
 using zol::api::kStatus;
@@ -17,7 +19,6 @@ using zol::api::kWide;
 using zol::api::Outcome;
 using zol::api::store;
 using zol::api::store_zeros;
-using zol::block::is_index;
 using zol::block::kInvalidIndex;
 using zol::block::open_model;
 using zol::geometry::Coord3D;

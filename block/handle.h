@@ -55,8 +55,4 @@ inline model::block::IModel* cursor_object(api::Call& call, BlockModelHandle* ha
     return handle->model.get();
 }
 
-inline bool is_index(int index, int count) {
-    return 0 <= index && index < count;
-}
-
 }  // namespace zol::block

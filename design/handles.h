@@ -52,8 +52,4 @@ inline Object* open_object(api::Call& call, ObjectHandle* handle) {
     return handle->object.get();
 }
 
-inline bool is_index(int index, int count) {
-    return 0 <= index && index < count;
-}
-
 }  // namespace zol::design::flat

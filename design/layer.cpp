@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "api/guard.h"
+#include "api/index.h"
 #include "api/marshalling.h"
 #include "design/flat_functions.h"
 #include "design/handles.h"
@@ -11,6 +12,7 @@ using zol::api::Call;
 using zol::api::copy_text;
 using zol::api::guarded;
 using zol::api::guarded_late;
+using zol::api::is_index;
 using zol::api::kCount;
 using zol::api::kNewHandle;
 using zol::api::kPredicate;
@@ -18,7 +20,6 @@ using zol::api::kStatus;
 using zol::api::Outcome;
 using zol::design::Layer;
 using zol::design::Object;
-using zol::design::flat::is_index;
 using zol::design::flat::kInvalidIndex;
 using zol::design::flat::open_layer;
 

@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "api/guard.h"
+#include "api/index.h"
 #include "api/marshalling.h"
 #include "design/flat_functions.h"
 #include "design/handles.h"
@@ -16,13 +17,13 @@ using zol::api::Call;
 using zol::api::copy_text_but_last;
 using zol::api::FunctionId;
 using zol::api::guarded;
+using zol::api::is_index;
 using zol::api::kCount;
 using zol::api::kPredicate;
 using zol::api::kStatus;
 using zol::api::Outcome;
 using zol::design::Metadata;
 using zol::design::Object;
-using zol::design::flat::is_index;
 using zol::design::flat::kInvalidIndex;
 using zol::design::flat::open_object;
 

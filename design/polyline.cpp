@@ -2,6 +2,7 @@
 #include <string>
 
 #include "api/guard.h"
+#include "api/index.h"
 #include "api/marshalling.h"
 #include "design/flat_functions.h"
 #include "design/handles.h"
@@ -12,12 +13,12 @@ using zol::api::Call;
 using zol::api::copy_text;
 using zol::api::guarded;
 using zol::api::guarded_late;
+using zol::api::is_index;
 using zol::api::kCount;
 using zol::api::kStatus;
 using zol::api::Outcome;
 using zol::design::ObjectPolyline;
 using zol::design::Point;
-using zol::design::flat::is_index;
 using zol::design::flat::kInvalidIndex;
 using zol::design::flat::kPolyline;
 

@@ -1,7 +1,6 @@
 // The mesh of a triangulation, and what can be asked of its shape.
-#include <cstdint>
-
 #include "api/guard.h"
+#include "api/index.h"
 #include "api/zolExportedApi_ReadOnly.h"
 #include "platform/zolGeometryExport.h"
 #include "platform/zolTriangulationExport.h"
@@ -10,6 +9,7 @@
 using zol::api::Call;
 using zol::api::guarded;
 using zol::api::guarded_late;
+using zol::api::is_index;
 using zol::api::kCount;
 using zol::api::kPredicate;
 using zol::api::kStatus;
@@ -18,14 +18,6 @@ using zol::geometry::Point3D;
 using zol::model::tri::Triangulation;
 using zol::model::tri::TriIndex;
 using zol::tri::open_triangulation;
-
-namespace {
-
-bool is_index(int index, std::int32_t count) {
-    return 0 <= index && index < count;
-}
-
-}  // namespace
 
 int ZOL_Triangulation_NumPoints(TriangulationHandle* handle) {
     return guarded_late(__func__, kCount, open_triangulation, handle,
