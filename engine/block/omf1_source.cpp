@@ -11,11 +11,11 @@
 #include "engine/block/cell_order.h"
 #include "engine/block/lattice.h"
 #include "engine/block/omf1_variables.h"
-#include "engine/block/sidecar_file.h"
 #include "engine/formats/json.h"
 #include "engine/formats/omf1_elements.h"
 #include "engine/formats/omf1_file.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/sidecar_file.h"
 
 namespace zol::engine::block {
 

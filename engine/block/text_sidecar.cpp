@@ -1,9 +1,9 @@
 #include "engine/block/text_sidecar.h"
 
-#include "engine/block/sidecar_file.h"
 #include "engine/formats/diagnostics.h"
 #include "engine/formats/file.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/sidecar_file.h"
 #include "engine/formats/table_survey.h"
 #include "engine/formats/text_encoding.h"
 

@@ -1,4 +1,4 @@
-#include "engine/block/sidecar_file.h"
+#include "engine/formats/sidecar_file.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include "engine/formats/file.h"
 #include "engine/formats/read_error.h"
 
-namespace zol::engine::block {
+namespace zol::engine {
 
 namespace {
 
@@ -25,4 +25,4 @@ std::string read_sidecar_file(const std::string& path) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-}  // namespace zol::engine::block
+}  // namespace zol::engine

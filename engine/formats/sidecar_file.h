@@ -3,9 +3,9 @@
 
 #include <string>
 
-namespace zol::engine::block {
+namespace zol::engine {
 
 /// The text of the file. Throws ReadError when it can't be read or is larger than 64 MiB.
 std::string read_sidecar_file(const std::string& path);
 
-}  // namespace zol::engine::block
+}  // namespace zol::engine

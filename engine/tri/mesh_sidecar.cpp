@@ -12,20 +12,11 @@
 #include "engine/formats/file.h"
 #include "engine/formats/mesh/name_beside.h"
 #include "engine/formats/read_error.h"
+#include "engine/formats/sidecar_file.h"
 
 namespace zol::engine::tri {
 
 namespace {
-
-// No sidecar that people write comes near; what is larger is some other JSON file.
-constexpr std::uint64_t kLargestSidecar = std::uint64_t{64} << 20;
-
-std::string read_text(const std::string& path) {
-    const File file(path);
-    if (file.Size() > kLargestSidecar) throw ReadError("the file is too large for a sidecar");
-    const std::vector<std::byte> bytes = file.ReadExactly(0, file.Size());
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
 
 int hex_digit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
@@ -160,8 +151,8 @@ void read_sidecar(const std::string& sidecar, Work work) {
 
 MeshSidecar::MeshSidecar(const std::string& path) : path_(path + ".json") {
     if (!File::Exists(path_)) return;
-    read_sidecar(path_,
-                 [&] { document_.emplace(read_text(path_), JsonDocument::Dialect::Strict); });
+    read_sidecar(
+        path_, [&] { document_.emplace(read_sidecar_file(path_), JsonDocument::Dialect::Strict); });
 }
 
 void MeshSidecar::Apply(MeshLook& look) const {
