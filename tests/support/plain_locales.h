@@ -6,7 +6,7 @@
 #include <clocale>
 #include <string>
 
-#include "tests/support/made_locales.h"
+#include "tests/made_locales.h"
 
 /// Calls `check` in the C locale, in UTF-8, in an 8-bit and a multi-byte locale of their own
 /// letters and messages, and in one with blanks beyond ASCII.

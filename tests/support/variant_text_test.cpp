@@ -15,7 +15,7 @@
 #include "support/number_text.h"
 #include "support/variant.h"
 #include "tests/engine/temporary_file.h"
-#include "tests/support/made_locales.h"
+#include "tests/made_locales.h"
 #include "tests/support/random_variant.h"
 #include "tests/support/variant_building.h"
 #include "tests/support/variant_text_form.h"

@@ -11,7 +11,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <limits>
@@ -24,11 +23,13 @@
 
 #include "platform/zolBlockExport.h"
 #include "tests/engine/temporary_file.h"
+#include "tests/made_locales.h"
 
 namespace {
 
 using zol::model::block::Match;
 using zol::model::block::Model;
+using zol::testing_support::MadeLocales;
 using zol::testing_support::TemporaryFile;
 
 const std::string kSamples = ZOL_SAMPLES;
@@ -189,25 +190,10 @@ TEST(Model, AnswersAlikeInAnyFloatingPointMode) {
 
 TEST(Model, AnswersAlikeInALocaleWithDecimalCommas) {
     const std::vector<std::uint64_t> usual = all_answers();
-    const TemporaryFile place("");
-    const std::string folder = place.Path() + ".locales";
-    ::mkdir(folder.c_str(), 0700);
-    const std::string make = "localedef -i de_DE -f UTF-8 " + folder + "/de_DE.UTF-8 2>/dev/null";
-    ::setenv("LOCPATH", folder.c_str(), 1);
-    const bool made =
-        std::system(make.c_str()) == 0 && std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
-    std::vector<std::uint64_t> turned;
-    if (made) {
-        EXPECT_STREQ(std::localeconv()->decimal_point, ",");
-        turned = all_answers();
-        std::setlocale(LC_ALL, "C");
-    }
-    ::unsetenv("LOCPATH");
-    std::filesystem::remove_all(folder);
-    if (!made) {
-        GTEST_SKIP() << "no German locale could be made; is the package locales installed?";
-    }
-    EXPECT_EQ(turned, usual);
+    MadeLocales locales;
+    ASSERT_TRUE(locales.Set("de_DE", "UTF-8"));
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
+    EXPECT_EQ(all_answers(), usual);
 }
 
 TEST(Model, NeverPutsADefaultForWhatCanNoLongerBeRead) {

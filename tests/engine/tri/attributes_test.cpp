@@ -8,7 +8,7 @@
 
 #include "engine/tri/property_library.h"
 #include "engine/tri/value_text.h"
-#include "tests/locale_in_use.h"
+#include "tests/made_locales.h"
 
 namespace zol::engine::tri {
 namespace {
@@ -98,8 +98,8 @@ TEST(AttributesTest, NumbersHaveSixDecimalsAtMost) {
         {infinite, "inf"},
         {-infinite, "-inf"},
     };
-    const testing_support::LocaleInUse german("de_DE", "UTF-8");
-    ASSERT_TRUE(german.IsSet()) << "is the package locales installed?";
+    testing_support::MadeLocales locales;
+    ASSERT_TRUE(locales.Set("de_DE", "UTF-8"));
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
     for (const auto& row : rows) EXPECT_EQ(fixed_text(row.value, 6), row.text);
     EXPECT_EQ(fixed_text(std::numeric_limits<double>::max(), 6).size(), 309U);
