@@ -2,19 +2,21 @@
 // all of them to the same question.
 #pragma once
 
+#include <algorithm>
 #include <array>
-#include <span>
-#include <string_view>
+#include <cstddef>
 
 #include "api/zolExportedApi_ReadOnly.h"
+#include "tests/api/export_sweep.h"
 
 namespace zol::testing {
 
 /// Where a call in a sweep writes to, filled with canaries.
-struct Outputs {
-    Outputs();
+struct BlockModelOutputs {
+    BlockModelOutputs();
+    void ClearFirst(std::size_t count) { std::fill_n(numbers.begin(), count, 0.0); }
 
-    bool operator==(const Outputs&) const = default;
+    bool operator==(const BlockModelOutputs&) const = default;
 
     std::array<double, 6> numbers;
     int code;
@@ -23,37 +25,12 @@ struct Outputs {
     BlockModelHandle* made = nullptr;
 };
 
-/// Where the success exit stands among the calls of the library underneath.
-enum class Order {
-    kWorkFirst,
-    kSuccessFirst,
-    /// The error is emptied first, the call is counted last.
-    kEmptiedThenCounted,
-};
+using BlockModelExport = ExportRow<BlockModelHandle, BlockModelOutputs>;
 
-struct Export {
-    /// Whether a match in progress does in place of a model. Only where there is a text.
-    bool TakesAMatch() const { return std::string_view(no_model_text).ends_with(" matched."); }
-    /// Whether it fails without a match in progress.
-    bool NeedsAMatch() const {
-        return no_model_text != nullptr &&
-               std::string_view(no_model_text).ends_with("currently matched.");
-    }
+/// Whether a match in progress does in place of a model.
+bool takes_a_match(const BlockModelExport& row);
 
-    const char* name;
-    /// Calls the export with a handle, valid inputs and the outputs.
-    long long (*call)(BlockModelHandle* handle, Outputs& outputs);
-    long long not_initialised;
-    /// Result and text without a model; no text for the functions that don't fail so.
-    long long no_model;
-    const char* no_model_text;
-    /// How many outputs are zeros then; the others stay.
-    std::size_t zeros;
-    /// The first thing that it asks of the library underneath.
-    const char* operation;
-    Order order = Order::kWorkFirst;
-};
-
-std::span<const Export> block_model_exports();
+/// Each handle is opened on a script by which no export fails.
+ExportFamily<BlockModelHandle, BlockModelOutputs> block_model_family();
 
 }  // namespace zol::testing

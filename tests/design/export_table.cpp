@@ -353,21 +353,25 @@ void script_design() {
 }
 
 ExportFamily<DatabaseHandle, Outputs> database_family() {
-    return {"ZOL_Database_",    kDatabaseExports,         [] { return ZOL_Database_Open("mine"); },
-            ZOL_Database_Close, &doubles::design_journal, &doubles::design_script.throwing};
+    return {"ZOL_Database_",
+            kDatabaseExports,
+            [](const auto&) { return ZOL_Database_Open("mine"); },
+            ZOL_Database_Close,
+            &doubles::design_journal,
+            &doubles::design_script.throwing};
 }
 
 ExportFamily<LayerHandle, Outputs> layer_family() {
     return {"ZOL_Layer_",
             kLayerExports,
-            open_layer,
+            [](const auto&) { return open_layer(); },
             ZOL_Layer_Close,
             &doubles::design_journal,
             &doubles::design_script.throwing};
 }
 
 ExportFamily<ObjectHandle, Outputs> object_family() {
-    return {"ZOL_Object_",    kObjectExports,           open_object,
+    return {"ZOL_Object_",    kObjectExports,           [](const auto&) { return open_object(); },
             ZOL_Object_Close, &doubles::design_journal, &doubles::design_script.throwing};
 }
 

@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <fstream>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -36,79 +34,24 @@ protected:
 
     static void Restart() { doubles::grid_script = {}; }
 
-    static void MakeErrorPending() { ZOL_Grid_Close(nullptr); }
-
     GridHandle* handle_;
 };
 
 TEST_F(GridTest, TheTableHoldsEveryExportOfTheFamily) {
-    std::set<std::string> exported;
-    std::ifstream file(ZOL_EXPORTS_FILE);
-    for (std::string name; std::getline(file, name);) {
-        if (name.starts_with("ZOL_Grid_")) {
-            exported.insert(name);
-        }
-    }
-    std::set<std::string> rows;
-    for (const Export& row : kExports) {
-        rows.insert(row.name);
-    }
-    EXPECT_EQ(rows, exported);
+    expect_whole_table(grid_family(), ZOL_EXPORTS_FILE);
 }
 
 TEST_F(GridTest, WithoutAGridEachFailsInItsOwnWordsAndTouchesNothing) {
     GridHandle without_grid;
-    RecordedLog log;
-    for (GridHandle* const handle : {static_cast<GridHandle*>(nullptr), &without_grid}) {
-        for (const Export& row : kExports) {
-            if (row.no_grid_text == nullptr) {
-                continue;
-            }
-            SCOPED_TRACE(row.name);
-            Outputs outputs;
-            EXPECT_EQ(row.call(handle, outputs), row.no_grid);
-            EXPECT_EQ(pending_error(), row.no_grid_text);
-            EXPECT_EQ(outputs, Outputs());
-        }
-    }
-    EXPECT_EQ(log.Finish(), Texts{});
-    EXPECT_EQ(doubles::grid_journal, Texts{});
+    expect_failure_of_undefined(grid_family(), {static_cast<GridHandle*>(nullptr), &without_grid});
 }
 
 TEST_F(GridTest, ASuccessEmptiesTheErrorAndLogsTheOwnNameOnce) {
-    for (const Export& row : kExports) {
-        if (row.operation == nullptr || row.no_grid_text == nullptr) {
-            continue;
-        }
-        SCOPED_TRACE(row.name);
-        MakeErrorPending();
-        Outputs outputs;
-        RecordedLog log;
-        row.call(handle_, outputs);
-        EXPECT_EQ(pending_error(), "");
-        EXPECT_EQ(log.Finish(), Texts{row.name});
-        EXPECT_EQ(log.Row(std::string(row.name) + "_calls"), "1");
-    }
-    RecordedLog log;
-    EXPECT_EQ(ZOL_Grid_Close(ZOL_Grid_Open("grid")), 0);
-    EXPECT_EQ(log.Finish(), (Texts{"ZOL_Grid_Open", "ZOL_Grid_Close"}));
+    expect_success_of_all(grid_family());
 }
 
 TEST_F(GridTest, WhatTheLibraryUnderneathThrowsTellsTheOrder) {
-    for (const Export& row : kExports) {
-        if (row.operation == nullptr) {
-            continue;
-        }
-        SCOPED_TRACE(row.name);
-        doubles::grid_script.throwing = row.operation;
-        MakeErrorPending();
-        const std::string error_before = pending_error();
-        Outputs outputs;
-        RecordedLog log;
-        EXPECT_THROW(row.call(handle_, outputs), doubles::GridFailure);
-        EXPECT_EQ(log.Finish(), row.late_work ? Texts{row.name} : Texts{});
-        EXPECT_EQ(pending_error(), row.late_work ? "" : error_before);
-    }
+    expect_order_of_all<doubles::GridFailure>(grid_family());
 }
 
 TEST_F(GridTest, OpensClosesAndGivesUnrelatedHandles) {
@@ -140,7 +83,7 @@ TEST_F(GridTest, AThrowWhileOpeningLeavesNoGridBehind) {
 
 TEST_F(GridTest, AHandleThatIsAliveMayStandForAGridThatIsNotValid) {
     doubles::grid_script.valid = false;
-    MakeErrorPending();
+    make_error_pending();
     EXPECT_EQ(ZOL_Grid_IsValid(handle_), 0);
     EXPECT_EQ(ZOL_API_HasError(), 0);
 }
@@ -183,7 +126,7 @@ TEST_F(GridTest, ANodeAnswersWhatTheGridLeft) {
         doubles::grid_script.masked = row.masked;
         doubles::grid_script.value = 2.5;
         doubles::grid_journal.clear();
-        MakeErrorPending();
+        make_error_pending();
         const int first = -1;
         const int second = 2147483647;
         double value = 0.0;

@@ -163,7 +163,7 @@ void script_triangulation() {
 ExportFamily<Handle, Outputs> triangulation_family() {
     return {"ZOL_Triangulation_",
             kExports,
-            [] { return ZOL_Triangulation_Open("mesh"); },
+            [](const TriangulationExport&) { return ZOL_Triangulation_Open("mesh"); },
             ZOL_Triangulation_Close,
             &doubles::triangulation_journal,
             &doubles::triangulation_script.throwing};
