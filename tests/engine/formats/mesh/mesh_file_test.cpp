@@ -44,7 +44,7 @@ std::string format_or_reason(const std::string& name) {
 }
 
 TEST(MeshFile, IsToldByItsContentAndThenByItsEnding) {
-    const std::string tri = std::string(ZOL_SAMPLES) + "/tri/";
+    const std::string tri = sample("");
     const std::string cube_off = content_of(tri + "Cube.off");
     const std::string mark = "\xEF\xBB\xBF";
     const struct {
@@ -90,7 +90,7 @@ TEST(MeshFile, IsToldByItsContentAndThenByItsEnding) {
 
 TEST(MeshFile, MayBeNamedWithAnElement) {
     const std::string omf = std::string(ZOL_SAMPLES) + "/omf/test_file.omf";
-    const std::string cube = content_of(std::string(ZOL_SAMPLES) + "/tri/Cube.off");
+    const std::string cube = content_of(sample("Cube.off"));
     const NamedFile with_mark("#1.off", cube);
     EXPECT_EQ(format_or_reason(omf + "#gridsurf"), "OMF 1 grid surface");
     EXPECT_EQ(format_or_reason(with_mark.Path()), "OFF");

@@ -15,6 +15,11 @@
 
 namespace zol::testing_support {
 
+/// The path of one of the meshes of samples/.
+inline std::string sample(const std::string& name) {
+    return std::string(ZOL_SAMPLES) + "/tri/" + name;
+}
+
 using MeshReader = engine::MeshData (*)(const engine::File&);
 
 inline engine::MeshData read_text(MeshReader read, std::string_view content) {

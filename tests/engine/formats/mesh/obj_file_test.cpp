@@ -20,10 +20,6 @@ using zol::engine::MeshTriangle;
 using zol::engine::read_obj;
 using namespace zol::testing_support;
 
-std::string sample(const std::string& name) {
-    return std::string(ZOL_SAMPLES) + "/tri/" + name;
-}
-
 TEST(ObjFile, OfOtherProgramsIsReadWhole) {
     struct Case {
         const char* name;

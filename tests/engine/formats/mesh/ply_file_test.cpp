@@ -48,7 +48,7 @@ TEST(PlyFile, OfOtherProgramsIsReadWhole) {
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
-        const MeshData mesh = read_ply(File(std::string(ZOL_SAMPLES) + "/tri/" + row.name));
+        const MeshData mesh = read_ply(File(sample(row.name)));
         EXPECT_EQ(mesh.points.Size(), row.points);
         EXPECT_EQ(mesh.triangles.Size(), row.triangles);
         EXPECT_EQ(attributes_of(mesh, "source_faces"), row.faces);

@@ -85,7 +85,7 @@ TEST(StlFile, OfOtherProgramsIsReadWhole) {
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
-        const MeshData mesh = read_stl(File(std::string(ZOL_SAMPLES) + "/tri/" + row.name));
+        const MeshData mesh = read_stl(File(sample(row.name)));
         EXPECT_EQ(mesh.points.Size(), row.points);
         EXPECT_EQ(mesh.triangles.Size(), row.triangles);
         EXPECT_EQ(attributes_of(mesh, "parts"), row.parts);

@@ -19,10 +19,6 @@ using zol::engine::MeshTriangle;
 using zol::engine::read_tsurf;
 using namespace zol::testing_support;
 
-std::string sample(const std::string& name) {
-    return std::string(ZOL_SAMPLES) + "/tri/" + name;
-}
-
 TEST(TsurfFile, OfOtherProgramsIsReadWhole) {
     struct Case {
         const char* name;
