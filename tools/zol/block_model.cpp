@@ -3,7 +3,7 @@
 #include <array>
 #include <iterator>
 
-#include "tools/zol/exit_codes.h"
+#include "tools/zol/last_error.h"
 
 namespace zol::tool {
 
@@ -13,20 +13,14 @@ namespace {
 // text that fills the buffer.
 using TextBuffer = std::array<char, 256>;
 
-[[noreturn]] void fail() {
-    TextBuffer text{};
-    ZOL_API_GetError(text.data());
-    throw ReadFailure(text.data());
-}
-
 void require(int status) {
-    if (status != 0) fail();
+    if (status != 0) fail_by_last_error();
 }
 
 /// The answer of a predicate or a count, both of which fail by a negative number.
 template <class Integer>
 Integer answered(Integer answer) {
-    if (answer < 0) fail();
+    if (answer < 0) fail_by_last_error();
     return answer;
 }
 
@@ -54,7 +48,7 @@ const char* type_name(VariableType type) {
 }
 
 BlockModel::BlockModel(const std::string& file) : handle_(ZOL_BlockModel_Open(file.c_str())) {
-    if (handle_ == nullptr) fail();
+    if (handle_ == nullptr) fail_by_last_error();
 }
 
 BlockModel::~BlockModel() {

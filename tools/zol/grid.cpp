@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "tools/zol/exit_codes.h"
+#include "tools/zol/last_error.h"
 
 namespace zol::tool {
 
@@ -12,15 +13,8 @@ namespace {
 
 constexpr int kLongestRun = 4096;
 
-[[noreturn]] void fail() {
-    // One byte above what the interface fills.
-    std::array<char, 256> text{};
-    ZOL_API_GetError(text.data());
-    throw ReadFailure(text.data());
-}
-
 void require(int status) {
-    if (status != 0) fail();
+    if (status != 0) fail_by_last_error();
 }
 
 Lattice lattice_of(GridHandle* handle) {
@@ -35,7 +29,7 @@ Lattice lattice_of(GridHandle* handle) {
 }  // namespace
 
 Grid::Grid(const std::string& file) : handle_(ZOL_Grid_Open(file.c_str())) {
-    if (handle_ == nullptr) fail();
+    if (handle_ == nullptr) fail_by_last_error();
     nodes_ = lattice_of(handle_.get());
 }
 
@@ -43,7 +37,7 @@ std::optional<double> Grid::ValueIfReadable(int i, int j) const {
     double value = 0;
     int is_masked = 0;
     if (ZOL_Grid_GetNodeValue(handle_.get(), &i, &j, &value, &is_masked) != 0) {
-        if (ZOL_API_HasError() != 0) fail();
+        if (ZOL_API_HasError() != 0) fail_by_last_error();
         return std::nullopt;
     }
     return is_masked != 0 ? std::numeric_limits<double>::quiet_NaN() : value;
