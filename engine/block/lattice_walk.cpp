@@ -88,6 +88,7 @@ void LatticeWalk::OpenWindow(std::int64_t block) {
             if (sizes_[nth] == Count(nth)) places.first[nth] = 0;
             places.end[nth] = std::min(places.first[nth] + sizes_[nth], Count(nth));
         }
+        window_begin_ = BlockAt(places.first);
         window_end_ = BlockAt({places.end[0] - 1, places.end[1] - 1, places.end[2] - 1}) + 1;
         const CellRange cells = CellsOf(places).And(allowed_);
         if (cells.IsEmpty()) return;
@@ -100,7 +101,7 @@ void LatticeWalk::OpenWindow(std::int64_t block) {
 Matched LatticeWalk::NotBefore(std::int64_t block) {
     const std::int64_t n_blocks = Count(0) * Count(1) * Count(2);
     while (block < n_blocks) {
-        if (block >= window_end_) OpenWindow(block);
+        if (block < window_begin_ || block >= window_end_) OpenWindow(block);
         if (window_) {
             Places places = PlacesOf(block);
             Matched matched{n_blocks, Matched::kWhole};

@@ -47,6 +47,8 @@ private:
     /// How many places a window spans. Below the first axis that it does not span whole
     /// it spans one, so that it is a run of blocks.
     Places sizes_{1, 1, 1};
+    /// The blocks that the window spans, of which it may hold none.
+    std::int64_t window_begin_ = 0;
     std::int64_t window_end_ = 0;
     std::optional<CellWindow> window_;
 };
