@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/geometry/clear_parts.h"
 #include "engine/geometry/orientation.h"
 #include "engine/geometry/triangle_meet.h"
 #include "engine/geometry/vector.h"
@@ -94,21 +95,19 @@ Point middle_of_shared(const MeshView& mesh, const TrianglePair& pair) {
 
 }  // namespace
 
-std::vector<bool> have_area(const MeshView& mesh) {
-    std::vector<bool> result(mesh.triangles.size());
-    for (std::size_t t = 0; t < result.size(); ++t) {
-        const auto [a, b, c] = corners_of(mesh, t);
-        result[t] = !repeats_corner(mesh.triangles[t]) && !is_degenerate(a, b, c);
-    }
-    return result;
+bool has_area(const MeshView& mesh, std::size_t triangle) {
+    const auto [a, b, c] = corners_of(mesh, triangle);
+    // Mostly the first look is enough.
+    return orient2d<0, 1>(a, b, c) != 0 || !is_degenerate(a, b, c);
 }
 
 CrossingCount count_crossings(const MeshView& mesh, const TriangleTree& tree, std::size_t most) {
-    const std::vector<bool> has_area = have_area(mesh);
+    const TriangleTree::Groups clear(tree, clear_parts(mesh));
     CrossingCount count;
-    count.is_complete = !tree.AnyPair([&](std::uint32_t left, std::uint32_t right) {
-        if (!has_area[left] || !has_area[right] ||
-            !meet_beyond_shared(mesh.points, mesh.triangles[left], mesh.triangles[right])) {
+    count.is_complete = !tree.AnyPair(clear, [&](std::uint32_t left, std::uint32_t right) {
+        // Few get as far as to be asked for their area.
+        if (!meet_beyond_shared(mesh.points, mesh.triangles[left], mesh.triangles[right]) ||
+            !has_area(mesh, left) || !has_area(mesh, right)) {
             return false;
         }
         const TrianglePair pair(left, right);

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <vector>
 
 #include "engine/geometry/crossing.h"
 #include "engine/geometry/mesh_view.h"
@@ -11,9 +10,8 @@
 
 namespace zol::engine::geometry {
 
-/// For each triangle of a welded mesh whether it has an area: three corners that do not lie
-/// on one line. Exact.
-std::vector<bool> have_area(const MeshView& mesh);
+/// Whether a triangle has an area: three corners that do not lie on one line. Exact.
+bool has_area(const MeshView& mesh, std::size_t triangle);
 
 struct CrossingCount {
     std::size_t number = 0;

@@ -6,9 +6,11 @@
 #include "engine/geometry/single_valued.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <vector>
 
+#include "engine/geometry/in_plane.h"
 #include "engine/geometry/orientation.h"
 #include "engine/geometry/triangle_tree.h"
 
@@ -16,41 +18,38 @@ namespace zol::engine::geometry {
 
 namespace {
 
-using Corners = std::array<const Point*, 3>;
+using Plan = InPlane<0, 1>;
 
 Corners corners(const MeshView& mesh, std::size_t triangle) {
-    return {&mesh.Corner(triangle, 0), &mesh.Corner(triangle, 1), &mesh.Corner(triangle, 2)};
+    return {mesh.Corner(triangle, 0), mesh.Corner(triangle, 1), mesh.Corner(triangle, 2)};
 }
 
-int side_in_plan(const Point& a, const Point& b, const Point& p) {
-    return orient2d<0, 1>(a, b, p);
-}
-
-bool lies_over(const Point& point, const Corners& t) {
-    const int ab = side_in_plan(*t[0], *t[1], point);
-    const int bc = side_in_plan(*t[1], *t[2], point);
-    const int ca = side_in_plan(*t[2], *t[0], point);
-    return std::min({ab, bc, ca}) >= 0 || std::max({ab, bc, ca}) <= 0;
+std::array<const Point*, 3> each(const Corners& t) {
+    return {&t.a, &t.b, &t.c};
 }
 
 bool a_corner_is_off(const Corners& of, const Corners& other) {
-    return std::any_of(of.begin(), of.end(), [&](const Point* corner) {
-        return lies_over(*corner, other) && orient3d(*other[0], *other[1], *other[2], *corner) != 0;
+    const auto points = each(of);
+    return std::any_of(points.begin(), points.end(), [&](const Point* corner) {
+        return Plan::PointMeets(*corner, other) &&
+               orient3d(other.a, other.b, other.c, *corner) != 0;
     });
 }
 
 bool cross_in_plan(const Point& p, const Point& q, const Point& a, const Point& b) {
-    return side_in_plan(p, q, a) * side_in_plan(p, q, b) < 0 &&
-           side_in_plan(a, b, p) * side_in_plan(a, b, q) < 0;
+    return Plan::Side(p, q, a) * Plan::Side(p, q, b) < 0 &&
+           Plan::Side(a, b, p) * Plan::Side(a, b, q) < 0;
 }
 
 bool edges_pass_apart(const Corners& left, const Corners& right) {
+    const auto of_left = each(left);
+    const auto of_right = each(right);
     for (std::size_t i = 0; i < 3; ++i) {
-        const Point& p = *left[i];
-        const Point& q = *left[(i + 1) % 3];
+        const Point& p = *of_left[i];
+        const Point& q = *of_left[(i + 1) % 3];
         for (std::size_t j = 0; j < 3; ++j) {
-            const Point& a = *right[j];
-            const Point& b = *right[(j + 1) % 3];
+            const Point& a = *of_right[j];
+            const Point& b = *of_right[(j + 1) % 3];
             if (cross_in_plan(p, q, a, b) && orient3d(p, q, a, b) != 0) return true;
         }
     }
@@ -60,7 +59,7 @@ bool edges_pass_apart(const Corners& left, const Corners& right) {
 enum class Stance : std::uint8_t { Lying, Vertical, WithoutArea };
 
 Stance stance_of(const Corners& t) {
-    const NormalSigns normal = normal_signs(*t[0], *t[1], *t[2]);
+    const NormalSigns normal = normal_signs(t.a, t.b, t.c);
     if (normal.z != 0) return Stance::Lying;
     return normal.IsZero() ? Stance::WithoutArea : Stance::Vertical;
 }

@@ -101,6 +101,16 @@ bool are_folded(const Corners& left, const Corners& right) {
         left, [&](auto plane) { return plane.AreTogether(left.a, left.b, left.c, right.c); });
 }
 
+bool triangles_meet(const Corners& left, const Corners& right) {
+    const Sides left_sides(left, right);
+    if (left_sides.AreApart()) return false;
+    const Sides right_sides(right, left);
+    if (right_sides.AreApart()) return false;
+    // Where they have a point in common, the segment or area that they have in common ends
+    // on an edge of one of them.
+    return an_edge_meets(left, left_sides, right) || an_edge_meets(right, right_sides, left);
+}
+
 }  // namespace
 
 bool point_meets(const Point& point, const Corners& triangle) {
@@ -111,16 +121,6 @@ bool point_meets(const Point& point, const Corners& triangle) {
 bool segment_meets(const Point& from, const Point& to, const Corners& triangle) {
     return segment_meets(from, to, orient3d(triangle.a, triangle.b, triangle.c, from),
                          orient3d(triangle.a, triangle.b, triangle.c, to), triangle);
-}
-
-bool triangles_meet(const Corners& left, const Corners& right) {
-    const Sides left_sides(left, right);
-    if (left_sides.AreApart()) return false;
-    const Sides right_sides(right, left);
-    if (right_sides.AreApart()) return false;
-    // Where they have a point in common, the segment or area that they have in common ends
-    // on an edge of one of them.
-    return an_edge_meets(left, left_sides, right) || an_edge_meets(right, right_sides, left);
 }
 
 bool meet_beyond_shared(std::span<const Point> points, const Triangle& left,

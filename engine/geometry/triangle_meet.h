@@ -7,7 +7,7 @@
 
 namespace zol::engine::geometry {
 
-/// A triangle in space that has an area.
+/// A triangle in space. The functions here ask for one that has an area.
 struct Corners {
     const Point& a;
     const Point& b;
@@ -16,7 +16,6 @@ struct Corners {
 
 bool point_meets(const Point& point, const Corners& triangle);
 bool segment_meets(const Point& from, const Point& to, const Corners& triangle);
-bool triangles_meet(const Corners& left, const Corners& right);
 
 /// Whether two triangles with area of one mesh have more in common than the corner or the
 /// edge that they share by their indices. The same three corners twice do.

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdint>
 
-#include "engine/geometry/orientation.h"
 #include "engine/geometry/single_valued.h"
 #include "engine/geometry/volume.h"
 #include "engine/geometry/weld.h"
@@ -37,15 +36,10 @@ EdgeFault located(const geometry::EdgeCount& count, const std::vector<geometry::
 
 using Corners = std::array<geometry::Point, 3>;
 
-int side_in_plan(const geometry::Point& a, const geometry::Point& b, const geometry::Point& p) {
-    return geometry::orient2d<0, 1>(a, b, p);
-}
+using Plan = geometry::InPlane<0, 1>;
 
 bool lies_over(const geometry::Point& point, const Corners& t) {
-    const int ab = side_in_plan(t[0], t[1], point);
-    const int bc = side_in_plan(t[1], t[2], point);
-    const int ca = side_in_plan(t[2], t[0], point);
-    return std::min({ab, bc, ca}) >= 0 || std::max({ab, bc, ca}) <= 0;
+    return Plan::PointMeets(point, {t[0], t[1], t[2]});
 }
 
 /// Twice the area in plan of a triangle, below 0 for one that turns clockwise.
@@ -93,8 +87,8 @@ void take_edges(const Corners& left, const Corners& right, Farthest& farthest) {
         for (std::size_t j = 0; j < 3; ++j) {
             const geometry::Point& a = right[j];
             const geometry::Point& b = right[(j + 1) % 3];
-            if (side_in_plan(p, q, a) * side_in_plan(p, q, b) >= 0 ||
-                side_in_plan(a, b, p) * side_in_plan(a, b, q) >= 0) {
+            if (Plan::Side(p, q, a) * Plan::Side(p, q, b) >= 0 ||
+                Plan::Side(a, b, p) * Plan::Side(a, b, q) >= 0) {
                 continue;
             }
             const double before = area_in_plan(a, b, p);
@@ -161,8 +155,11 @@ double MeshShape::Area() const {
 }
 
 std::size_t MeshShape::NDegenerate() const {
-    const std::vector<bool> has_area = geometry::have_area(Mesh());
-    return static_cast<std::size_t>(std::count(has_area.begin(), has_area.end(), false));
+    std::size_t number = 0;
+    for (std::size_t t = 0; t < triangles_.size(); ++t) {
+        if (!geometry::has_area(Mesh(), t)) ++number;
+    }
+    return number;
 }
 
 EdgeReport MeshShape::Edges() const {

@@ -10,6 +10,7 @@
 
 #include "engine/geometry/clear_parts.h"
 #include "engine/geometry/crossing.h"
+#include "engine/geometry/crossing_count.h"
 #include "engine/geometry/edges.h"
 #include "engine/geometry/orient_parts.h"
 #include "engine/geometry/single_valued.h"
@@ -338,6 +339,15 @@ TEST(PileTest, ManyTrianglesInOnePlaceAreNotLookedAtInPairs) {
         mesh.triangles.assign(kMany, row.triangle);
         EXPECT_EQ(crosses(mesh), row.crosses);
         EXPECT_TRUE(is_single_valued(mesh));
+        // One more triangle, through another one of the pile's place.
+        if (row.crosses) continue;
+        mesh.points.insert(mesh.points.end(), {{0.25, 0.25, -1}, {0.25, 0.25, 1}, {0.5, 0.25, 1}});
+        mesh.triangles.push_back({0, 1, 2});
+        mesh.triangles.push_back({4, 5, 6});
+        const engine::geometry::TriangleTree tree(mesh.View());
+        const auto count = engine::geometry::count_crossings(mesh.View(), tree, 10);
+        EXPECT_EQ(count.number, 1U);
+        EXPECT_EQ(count.first, (engine::geometry::TrianglePair{kMany, kMany + 1}));
     }
 }
 
