@@ -8,6 +8,7 @@
 
 #include "engine/formats/diagnostics.h"
 #include "engine/formats/mesh/mesh_file.h"
+#include "engine/formats/mesh/mesh_limits.h"
 #include "engine/formats/read_error.h"
 
 namespace zol::engine::block {
@@ -15,8 +16,6 @@ namespace zol::engine::block {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-// The exact predicates take no larger coordinates.
-constexpr double kFarthest = 1e100;
 
 std::vector<geometry::Point> points_in_model(const GrowingArray<MeshPoint>& points,
                                              const Placement& placement) {
@@ -26,7 +25,7 @@ std::vector<geometry::Point> points_in_model(const GrowingArray<MeshPoint>& poin
         const zol::geometry::Coord3D at = placement.ToModel(point[0], point[1], point[2]);
         moved.push_back({at.x, at.y, at.z});
         for (const double coordinate : moved.back()) {
-            if (!(std::fabs(coordinate) <= kFarthest)) {
+            if (!(std::fabs(coordinate) <= kMostCoordinate)) {
                 throw ReadError("it lies too far out to be matched with");
             }
         }

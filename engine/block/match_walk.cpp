@@ -83,8 +83,6 @@ private:
     Geometry& geometry_;
 };
 
-static_assert(Matched::kWhole == geometry::Stretch::kWhole);
-
 /// The window of all cells, if there are not too many for one.
 std::optional<CellWindow> window_of_all(const MatchRegion& region, const Axes& axes) {
     const CellRange range = cells_within_limits(region, axes);

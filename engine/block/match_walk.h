@@ -6,12 +6,13 @@
 
 #include "engine/block/geometry.h"
 #include "engine/block/match_region.h"
+#include "engine/geometry/block_selection.h"
 
 namespace zol::engine::block {
 
 /// A block that matches.
 struct Matched {
-    static constexpr double kWhole = -1.0;
+    static constexpr double kWhole = geometry::Stretch::kWhole;
 
     /// The number of blocks when there is no more.
     std::int64_t block;
@@ -26,7 +27,8 @@ public:
     MatchWalk& operator=(const MatchWalk&) = delete;
     virtual ~MatchWalk() = default;
 
-    /// The first block from `block` on that matches.
+    /// The first block from `block` on that matches. Any block may be asked for; in their
+    /// order it costs least.
     virtual Matched NotBefore(std::int64_t block) = 0;
 };
 

@@ -8,6 +8,8 @@
 #include "engine/block/omf1_source.h"
 #include "engine/block/text_source.h"
 #include "engine/formats/file.h"
+#include "engine/formats/file_name.h"
+#include "engine/formats/omf1_file.h"
 #include "engine/formats/read_error.h"
 
 namespace zol::engine::block {
@@ -16,54 +18,39 @@ namespace {
 
 using namespace std::string_view_literals;
 
-using Reader = Source (*)(const std::shared_ptr<const File>& file, const std::string& element);
-
-[[noreturn]] Source refuse_zip(const std::shared_ptr<const File>&, const std::string&) {
-    throw ReadError("it is a zip archive; of OMF files only those of version 1 are read");
-}
-
-[[noreturn]] Source refuse_gzip(const std::shared_ptr<const File>&, const std::string&) {
-    throw ReadError("it is compressed; decompress it first");
-}
-
-[[noreturn]] Source refuse_json(const std::shared_ptr<const File>&, const std::string&) {
-    throw ReadError("it is JSON; a sidecar is read with the table it stands beside, open that");
-}
-
-struct Signature {
+struct Refusal {
     std::string_view first_bytes;
-    Reader reader;
+    const char* reason;
 };
 
-// What begins otherwise is read as delimited text, which has no signature.
-constexpr std::array kSignatures = {
-    Signature{"\x84\x83\x82\x81"sv, open_omf1},
-    Signature{"PK\x03\x04"sv, refuse_zip},
-    Signature{"PK\x05\x06"sv, refuse_zip},
-    Signature{"\x1f\x8b"sv, refuse_gzip},
-    Signature{"{"sv, refuse_json},
+constexpr std::array kRefusals = {
+    Refusal{"PK\x03\x04"sv, "it is a zip archive; of OMF files only those of version 1 are read"},
+    Refusal{"PK\x05\x06"sv, "it is a zip archive; of OMF files only those of version 1 are read"},
+    Refusal{"\x1f\x8b"sv, "it is compressed; decompress it first"},
+    Refusal{"{"sv, "it is JSON; a sidecar is read with the table it stands beside, open that"},
 };
 
 Source read(const std::string& path, const std::string& element) {
     const auto file = std::make_shared<const File>(path);
     std::array<char, 8> bytes{};
     const std::string_view head(bytes.data(), file->ReadAt(0, bytes.data(), bytes.size()));
-    for (const Signature& signature : kSignatures) {
-        if (head.starts_with(signature.first_bytes)) {
-            return signature.reader(file, element);
+    if (is_omf1(head)) {
+        return open_omf1(file, element);
+    }
+    for (const Refusal& refusal : kRefusals) {
+        if (head.starts_with(refusal.first_bytes)) {
+            throw ReadError(refusal.reason);
         }
     }
+    // Delimited text has no signature.
     return open_text(file, element);
 }
 
 }  // namespace
 
 Source open_source(const std::string& file) {
-    const std::size_t mark = file.rfind('#');
-    if (mark == file.npos || File::Exists(file)) {
-        return read(file, {});
-    }
-    return read(file.substr(0, mark), file.substr(mark + 1));
+    const FileName name = split_file_name(file, File::Exists);
+    return read(name.path, name.element);
 }
 
 }  // namespace zol::engine::block

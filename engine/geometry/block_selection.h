@@ -21,8 +21,6 @@ struct Stretch {
     std::uint32_t end;
     /// What is selected of the one block, or kWhole for any number of whole ones.
     double volume;
-
-    bool IsWhole() const { return volume == kWhole; }
 };
 
 /// The stretches of each column, upwards and apart from each other. Memory follows the

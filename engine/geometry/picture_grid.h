@@ -12,7 +12,6 @@
 #include <cstdint>
 
 #include "engine/geometry/mesh_view.h"
-#include "engine/geometry/orientation.h"
 
 namespace zol::engine::geometry {
 

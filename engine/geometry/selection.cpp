@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "engine/geometry/piece.h"
 #include "engine/geometry/stack_volume.h"
@@ -132,9 +133,9 @@ Sheets sheets_of(const std::vector<const Solid*>& solids, const Box& box, const 
         sheets.rules.push_back(solid->Rule());
         for_each_triangle_over_floor(*solid, box, [&](std::uint32_t t) {
             local.ForEachPiece(solid->Mesh(), t, [&](const Piece& piece, bool is_over) {
-                Sheet sheet;
-                if (make_sheet(piece, number, is_over ? &ceiling : nullptr, sheet)) {
-                    sheets.all.push_back(sheet);
+                const auto above = is_over ? std::optional(ceiling) : std::nullopt;
+                if (const auto sheet = make_sheet(piece, number, above)) {
+                    sheets.all.push_back(*sheet);
                 }
             });
         });

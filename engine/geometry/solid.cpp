@@ -219,9 +219,13 @@ const TriangleTree& Solid::Tree() const {
     return *tree_;
 }
 
-bool Solid::Contains(const Point& point) const {
+int Solid::WindingAt(const Point& point) const {
     const PointLocator::Sheets sheets = Locator().SheetsOver(point);
-    return rule_ == InsideRule::Odd ? sheets.crossings % 2 == 1 : sheets.winding != 0;
+    return rule_ == InsideRule::Odd ? static_cast<int>(sheets.crossings % 2) : sheets.winding;
+}
+
+bool Solid::Contains(const Point& point) const {
+    return is_inside(rule_, WindingAt(point));
 }
 
 void Solid::MarkCrossings(std::vector<Weight>& weights) const {
@@ -253,9 +257,7 @@ Solid::Weight Solid::WeightBySides(std::size_t triangle) const {
     // Rounding has put the middle on one of the sides; on the inner one there is a sheet
     // more over it.
     const bool is_outer = orient3d_moved(a, b, c, middle) > 0;
-    const PointLocator::Sheets sheets = Locator().SheetsOver(middle);
-    const int here = rule_ == InsideRule::Odd ? static_cast<int>(sheets.crossings % 2)
-                                              : static_cast<int>(sheets.winding);
+    const int here = WindingAt(middle);
     const bool outer = is_inside(rule_, is_outer ? here : here - 1);
     const bool inner = is_inside(rule_, is_outer ? here + 1 : here);
     return static_cast<Weight>((inner ? 1 : 0) - (outer ? 1 : 0));

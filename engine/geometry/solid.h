@@ -28,7 +28,6 @@ public:
     /// or turned. One line each.
     const std::vector<std::string>& Remarks() const { return remarks_; }
 
-    bool IsClosed() const { return closed_; }
     InsideRule Rule() const { return rule_; }
     /// Turned so that outer sides face outwards, as far as the mesh has such.
     MeshView Mesh() const { return {points_, triangles_}; }
@@ -50,9 +49,12 @@ public:
 
     /// Built when first asked for.
     const TriangleTree& Tree() const;
-    const PointLocator& Locator() const;
 
 private:
+    const PointLocator& Locator() const;
+    /// The number that the rule is asked about: how often the mesh winds round the point,
+    /// or whether an odd number of sheets is over it.
+    int WindingAt(const Point& point) const;
     void CloseUp(std::size_t n_points);
     void TurnUpwards();
     void ExtendDownTo(double floor);

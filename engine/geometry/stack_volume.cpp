@@ -225,28 +225,30 @@ private:
 
 }  // namespace
 
-bool make_sheet(const Piece& piece, std::uint32_t solid, const double* above, Sheet& sheet) {
-    // The corner that spans most area with the first two tells the plane best.
+std::optional<Sheet> make_sheet(const Piece& piece, std::uint32_t solid,
+                                std::optional<double> above) {
+    // Summed over all corners: one thin corner would spoil the plane.
     const Point& a = piece[0];
     Vector normal{};
     for (std::size_t i = 2; i < piece.Size(); ++i) {
         const Vector turn = cross(minus(piece[i - 1], a), minus(piece[i], a));
         for (std::size_t axis = 0; axis < 3; ++axis) normal[axis] += turn[axis];
     }
-    if (normal[2] == 0.0) return false;
+    if (normal[2] == 0.0) return std::nullopt;
+    Sheet sheet;
     sheet.piece = piece;
     sheet.solid = solid;
     sheet.facing = normal[2] > 0.0 ? 1 : -1;
-    if (above != nullptr) {
+    if (above) {
         sheet.slope_x = sheet.slope_y = 0.0;
         sheet.base = sheet.least = sheet.greatest = *above;
-        return true;
+        return sheet;
     }
     sheet.slope_x = -normal[0] / normal[2];
     sheet.slope_y = -normal[1] / normal[2];
     sheet.base = a[2] - sheet.slope_x * a[0] - sheet.slope_y * a[1];
     std::tie(sheet.least, sheet.greatest) = piece.Range(2);
-    return true;
+    return sheet;
 }
 
 double stack_volume(const std::vector<Sheet>& sheets, const std::vector<InsideRule>& rules,

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "engine/geometry/column_sweep.h"
@@ -51,6 +52,7 @@ double stack_volume(const std::vector<Sheet>& sheets, const std::vector<InsideRu
 
 /// The sheet of a piece with some area in plan; `above` is the height to bring it down to,
 /// for a piece that lies above the box. Nothing for an upright piece.
-bool make_sheet(const Piece& piece, std::uint32_t solid, const double* above, Sheet& sheet);
+std::optional<Sheet> make_sheet(const Piece& piece, std::uint32_t solid,
+                                std::optional<double> above);
 
 }  // namespace zol::engine::geometry

@@ -59,9 +59,10 @@ void for_each_block(const Selection& selection, const Walls& walls,
             const Box box{{walls[0][i], walls[1][j], walls[2][k]},
                           {walls[0][i + 1], walls[1][j + 1], walls[2][k + 1]}};
             const Stretch* const stretch = columns->Find(column, k);
-            visit(box, stretch == nullptr   ? 0.0
-                       : stretch->IsWhole() ? engine::geometry::volume_of(box)
-                                            : stretch->volume);
+            visit(box, stretch == nullptr ? 0.0
+                       : stretch->volume == engine::geometry::Stretch::kWhole
+                           ? engine::geometry::volume_of(box)
+                           : stretch->volume);
         }
     }
 }
