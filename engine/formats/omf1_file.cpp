@@ -9,13 +9,14 @@
 #include <new>
 #include <unordered_set>
 
+#include "engine/formats/byte_numbers.h"
 #include "engine/formats/read_error.h"
 
 namespace zol::engine {
 
 namespace {
 
-constexpr std::array<unsigned char, 4> kMagic = {0x84, 0x83, 0x82, 0x81};
+constexpr std::string_view kMagic = "\x84\x83\x82\x81";
 constexpr std::string_view kVersion = "OMF-v0.9.0";
 
 constexpr std::size_t kVersionStart = 4;
@@ -34,7 +35,7 @@ constexpr std::uint64_t kBestCompression = 1032;
 // which are without number, from searching long lists again and again.
 constexpr std::size_t kMostMembers = 1000;
 
-using Header = std::array<unsigned char, kHeaderSize>;
+using Header = std::array<std::byte, kHeaderSize>;
 
 Header read_header(const File& file) {
     Header header{};
@@ -42,7 +43,7 @@ Header read_header(const File& file) {
         throw ReadError("the file ends at byte " + std::to_string(file.Size()) +
                         ", inside the header");
     }
-    if (!std::equal(kMagic.begin(), kMagic.end(), header.begin())) {
+    if (!is_omf1({reinterpret_cast<const char*>(header.data()), header.size()})) {
         throw ReadError("not an OMF 1 file: no magic number at byte 0");
     }
     std::string version(kVersionSize, '\0');
@@ -60,17 +61,11 @@ std::string uuid_text(const Header& header) {
     std::string text;
     for (std::size_t i = 0; i < kUuidSize; ++i) {
         if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
-        const unsigned char byte = header[kUuidStart + i];
+        const auto byte = std::to_integer<unsigned>(header[kUuidStart + i]);
         text += kDigits[byte >> 4];
         text += kDigits[byte & 15];
     }
     return text;
-}
-
-std::uint64_t little_endian_u64(const unsigned char* bytes) {
-    std::uint64_t value = 0;
-    for (std::size_t i = 8; i-- > 0;) value = value << 8 | bytes[i];
-    return value;
 }
 
 bool is_zlib_header(unsigned char method, unsigned char flags) {
@@ -85,9 +80,13 @@ struct FreeDecompressor {
 
 }  // namespace
 
+bool is_omf1(std::string_view head) {
+    return head.starts_with(kMagic);
+}
+
 Omf1Document::Omf1Document(const File& file) : file_(&file) {
     const Header header = read_header(file);
-    json_start_ = little_endian_u64(header.data() + kJsonOffsetStart);
+    json_start_ = load_number<std::uint64_t>(header.data() + kJsonOffsetStart, ByteOrder::Little);
     if (json_start_ < kHeaderSize || json_start_ >= file.Size()) {
         throw ReadError("the header puts the JSON at byte " + std::to_string(json_start_) +
                         " of a file of " + std::to_string(file.Size()) + " bytes");

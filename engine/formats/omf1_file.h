@@ -18,6 +18,9 @@
 
 namespace zol::engine {
 
+/// True of the first bytes of an OMF 1 file, four at least.
+bool is_omf1(std::string_view head);
+
 /// A compressed array of numbers somewhere in the file.
 struct Omf1Blob {
     enum class Type { Float64, Int64 };

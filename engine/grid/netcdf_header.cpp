@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/formats/byte_numbers.h"
 #include "engine/formats/read_error.h"
 
 namespace zol::engine::grid {
@@ -82,16 +83,14 @@ private:
         Skip((count * bytes_each + 3) / 4 * 4);
     }
 
+    /// Of 8 bytes or 4.
     std::uint64_t Number(std::uint64_t bytes) {
         const std::uint64_t start = at_;
         Skip(bytes);
-        std::array<unsigned char, 8> read{};
+        std::array<std::byte, 8> read{};
         file_.ReadAt(start, read.data(), bytes);
-        std::uint64_t number = 0;
-        for (std::uint64_t i = 0; i < bytes; ++i) {
-            number = number << 8 | read[i];
-        }
-        return number;
+        return bytes == read.size() ? load_number<std::uint64_t>(read.data(), ByteOrder::Big)
+                                    : load_number<std::uint32_t>(read.data(), ByteOrder::Big);
     }
 
     /// Of the items, each of which is at least a name long.

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "engine/formats/diagnostics.h"
+#include "engine/formats/file.h"
+#include "engine/formats/file_name.h"
 #include "engine/formats/mesh/mesh_file.h"
 #include "engine/formats/read_error.h"
 #include "engine/tri/mesh_sidecar.h"
@@ -73,7 +75,7 @@ Triangulation::Triangulation(const std::string& file) {
     MeshData mesh;
     std::vector<TypedAttribute> attributes;
     try {
-        const engine::MeshName name = engine::split_mesh_name(file);
+        const engine::FileName name = engine::split_file_name(file, engine::File::Exists);
         mesh = engine::read_mesh(name);
         const engine::tri::MeshSidecar sidecar(name.path);
         sidecar.Apply(mesh.look);

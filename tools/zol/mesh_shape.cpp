@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "engine/geometry/in_plane.h"
 #include "engine/geometry/single_valued.h"
 #include "engine/geometry/volume.h"
 #include "engine/geometry/weld.h"

@@ -1,8 +1,9 @@
 #include "engine/formats/dxf/binary_tags.h"
 
-#include <bit>
+#include <cstddef>
 #include <cstring>
 
+#include "engine/formats/byte_numbers.h"
 #include "engine/formats/read_error.h"
 
 namespace zol::engine {
@@ -40,21 +41,12 @@ void BinaryTags::Need(std::size_t count) {
     if (!Have(count)) Refuse("the file ends inside a tag");
 }
 
-// Little endian, as nearly every machine of today.
 template <class Number>
 Number BinaryTags::Take() {
     Need(sizeof(Number));
-    char bytes[sizeof(Number)];
-    std::memcpy(bytes, memory_.data() + at_, sizeof(Number));
-    if constexpr (std::endian::native == std::endian::big) {
-        for (std::size_t i = 0; i < sizeof(Number) / 2; ++i) {
-            std::swap(bytes[i], bytes[sizeof(Number) - 1 - i]);
-        }
-    }
+    const auto* const bytes = reinterpret_cast<const std::byte*>(memory_.data() + at_);
     at_ += sizeof(Number);
-    Number number;
-    std::memcpy(&number, bytes, sizeof(Number));
-    return number;
+    return load_number<Number>(bytes, ByteOrder::Little);
 }
 
 bool BinaryTags::ReadCode() {

@@ -14,6 +14,7 @@
 #include "engine/formats/mesh/ply_header.h"
 #include "engine/formats/mesh/stl_file.h"
 #include "engine/formats/mesh/tsurf_file.h"
+#include "engine/formats/omf1_file.h"
 #include "engine/formats/read_error.h"
 #include "engine/formats/text_lines.h"
 
@@ -44,10 +45,6 @@ constexpr std::array kRefusals = {
     Refusal{"{"sv, "it is JSON; a sidecar is read with the mesh that it stands beside, open that"},
     Refusal{"<"sv, "it is XML, in which no mesh is read"},
 };
-
-bool is_omf1(std::string_view head) {
-    return head.starts_with("\x84\x83\x82\x81"sv);
-}
 
 /// The first line that is neither empty nor a comment.
 std::string_view first_statement(std::string_view head) {
@@ -123,26 +120,9 @@ Reader reader_for(const File& file, std::string_view head) {
         "and OMF 1 are read");
 }
 
-bool is_url(std::string_view name) {
-    const std::size_t colon = name.find("://");
-    const auto is_of_scheme = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-               c == '+' || c == '-' || c == '.';
-    };
-    return colon != 0 && colon != name.npos &&
-           std::all_of(name.begin(), name.begin() + static_cast<std::ptrdiff_t>(colon),
-                       is_of_scheme);
-}
-
 }  // namespace
 
-MeshName split_mesh_name(const std::string& name) {
-    const std::size_t mark = name.rfind('#');
-    if (mark == name.npos || File::Exists(name)) return {name, {}};
-    return {name.substr(0, mark), name.substr(mark + 1)};
-}
-
-MeshData read_mesh(const MeshName& name) {
+MeshData read_mesh(const FileName& name) {
     if (is_url(name.path) && !File::Exists(name.path)) {
         throw ReadError("it is the address of something on a network, not a file");
     }
@@ -168,7 +148,7 @@ MeshData read_mesh(const MeshName& name) {
 }
 
 MeshData read_mesh(const std::string& name) {
-    return read_mesh(split_mesh_name(name));
+    return read_mesh(split_file_name(name, File::Exists));
 }
 
 }  // namespace zol::engine

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/formats/mesh/byte_numbers.h"
+#include "engine/formats/byte_numbers.h"
 #include "engine/formats/mesh/off_mesh.h"
 #include "engine/formats/read_error.h"
 

@@ -1,9 +1,9 @@
 #include "engine/formats/mesh/off_mesh.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "engine/formats/diagnostics.h"
+#include "engine/formats/mesh/colour_words.h"
 #include "engine/formats/mesh/mesh_attributes.h"
 #include "engine/formats/mesh/mesh_limits.h"
 #include "engine/formats/read_error.h"
@@ -48,8 +48,7 @@ void OffMesh::EndFace(const std::vector<double>& colour, bool is_in_bytes) {
     if (colour.size() < 3) return;
     ColourTally::Colour bytes = {0, 0, 0, 255};
     for (std::size_t i = 0; i < std::min(colour.size(), bytes.size()); ++i) {
-        const double part = std::clamp(is_in_bytes ? colour[i] / 255 : colour[i], 0.0, 1.0);
-        bytes[i] = static_cast<std::uint8_t>(std::lround(part * 255));
+        bytes[i] = colour_byte(is_in_bytes ? colour[i] / 255 : colour[i]);
     }
     has_opacity_ = has_opacity_ || colour.size() > 3;
     for (std::size_t i = 2; i < corners_.size(); ++i) colours_.Add(bytes);

@@ -11,8 +11,8 @@
 #include <optional>
 #include <string>
 
+#include "engine/formats/byte_numbers.h"
 #include "engine/formats/file.h"
-#include "engine/formats/mesh/byte_numbers.h"
 #include "engine/formats/mesh/ply_header.h"
 #include "engine/formats/mesh/words.h"
 #include "engine/formats/read_error.h"

@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-#include "engine/formats/mesh/byte_numbers.h"
+#include "engine/formats/byte_numbers.h"
 #include "engine/formats/mesh/mesh_attributes.h"
 #include "engine/formats/mesh/mesh_limits.h"
 #include "engine/formats/mesh/point_welder.h"

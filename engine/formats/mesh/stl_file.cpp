@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/formats/byte_numbers.h"
 #include "engine/formats/diagnostics.h"
-#include "engine/formats/mesh/byte_numbers.h"
 #include "engine/formats/mesh/stl_forms.h"
 #include "engine/formats/read_error.h"
 #include "engine/formats/text_lines.h"
@@ -13,8 +13,7 @@ namespace zol::engine {
 
 namespace {
 
-/// The bytes that the facets take which the header counts; nothing when the file is shorter
-/// than a header.
+/// How many facets the header counts; nothing when the file is shorter than a header.
 std::optional<std::uint64_t> stated_facets(const File& file) {
     std::array<std::byte, 4> count{};
     constexpr std::uint64_t kAt = kStlHeaderSize - count.size();
