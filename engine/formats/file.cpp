@@ -20,7 +20,18 @@ namespace {
     throw ReadError(std::string(what) + ": " + std::generic_category().message(code));
 }
 
+FileFacts facts_of(const struct stat& stated) {
+    return {static_cast<std::uint64_t>(stated.st_size), stated.st_mtim.tv_sec,
+            stated.st_mtim.tv_nsec};
+}
+
 }  // namespace
+
+std::optional<FileFacts> FileFacts::Of(const std::string& path) {
+    struct stat stated {};
+    if (::stat(path.c_str(), &stated) != 0 || !S_ISREG(stated.st_mode)) return std::nullopt;
+    return facts_of(stated);
+}
 
 File::File(const std::string& path) : path_(path) {
     if (path.find('\0') != std::string::npos) {
@@ -40,9 +51,7 @@ File::File(const std::string& path) : path_(path) {
         ::close(descriptor_);
         throw ReadError(reason);
     }
-    size_ = static_cast<std::uint64_t>(facts.st_size);
-    changed_seconds_ = facts.st_mtim.tv_sec;
-    changed_nanoseconds_ = facts.st_mtim.tv_nsec;
+    facts_ = facts_of(facts);
 }
 
 File::~File() {
@@ -70,8 +79,8 @@ std::size_t File::ReadAt(std::uint64_t offset, void* to, std::size_t count) cons
 }
 
 std::vector<std::byte> File::ReadExactly(std::uint64_t offset, std::uint64_t count) const {
-    if (offset > size_ || count > size_ - offset) {
-        throw ReadError("the file ends at byte " + std::to_string(size_) + "; " +
+    if (offset > Size() || count > Size() - offset) {
+        throw ReadError("the file ends at byte " + std::to_string(Size()) + "; " +
                         std::to_string(count) + " bytes are expected from byte " +
                         std::to_string(offset));
     }
@@ -84,15 +93,11 @@ std::vector<std::byte> File::ReadExactly(std::uint64_t offset, std::uint64_t cou
 
 bool File::IsUnchanged() const {
     struct stat facts {};
-    return ::fstat(descriptor_, &facts) == 0 &&
-           static_cast<std::uint64_t>(facts.st_size) == size_ &&
-           facts.st_mtim.tv_sec == changed_seconds_ &&
-           facts.st_mtim.tv_nsec == changed_nanoseconds_;
+    return ::fstat(descriptor_, &facts) == 0 && facts_of(facts) == facts_;
 }
 
 bool File::Exists(const std::string& path) {
-    struct stat facts {};
-    return ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
+    return FileFacts::Of(path).has_value();
 }
 
 }  // namespace zol::engine

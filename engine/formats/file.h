@@ -6,10 +6,22 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace zol::engine {
+
+/// What a file that was changed has otherwise than before.
+struct FileFacts {
+    std::uint64_t size = 0;
+    std::int64_t changed_seconds = 0;
+    std::int64_t changed_nanoseconds = 0;
+
+    bool operator==(const FileFacts&) const = default;
+    /// Nothing when no regular file stands under the name.
+    static std::optional<FileFacts> Of(const std::string& path);
+};
 
 /// A regular file, open for reading until it is destroyed. Reads at offsets may
 /// run in several threads.
@@ -24,7 +36,7 @@ public:
 
     const std::string& Path() const { return path_; }
     /// Bytes in the file when it was opened.
-    std::uint64_t Size() const { return size_; }
+    std::uint64_t Size() const { return facts_.size; }
 
     /// Reads up to `count` bytes at `offset`: fewer only at the end of the file.
     /// Throws ReadError when the system can't read.
@@ -42,9 +54,7 @@ public:
 private:
     std::string path_;
     int descriptor_ = -1;
-    std::uint64_t size_ = 0;
-    std::int64_t changed_seconds_ = 0;
-    std::int64_t changed_nanoseconds_ = 0;
+    FileFacts facts_;
 };
 
 }  // namespace zol::engine

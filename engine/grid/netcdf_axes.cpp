@@ -178,19 +178,13 @@ std::optional<Coordinates> coordinates_of(GDALDimensionH dimension) {
     return Coordinates(stored.get(), count);
 }
 
-std::string variable_of(GDALDatasetH dataset, int band) {
-    const char* const name =
-        GDALGetMetadataItem(GDALGetRasterBand(dataset, band), "NETCDF_VARNAME", nullptr);
-    return name != nullptr ? name : "";
-}
-
 }  // namespace
 
 std::optional<NetcdfAxes> netcdf_axes(const RasterFile& file, int band) {
     // What GDAL says of other variables is no news of this one.
     const GdalScope scope(file.Network());
     const Variables variables(file.Path());
-    const Array values = variables.Open(variable_of(file.Dataset(), band));
+    const Array values = variables.Open(file.NetcdfVariable(band));
     if (values == nullptr) {
         return std::nullopt;
     }

@@ -2,9 +2,9 @@
 
 #include <cpl_conv.h>
 #include <cpl_string.h>
-#include <sys/stat.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "engine/formats/read_error.h"
 #include "engine/grid/netcdf_axes.h"
@@ -21,14 +21,6 @@ std::string as_path(const std::string& path) {
 }
 
 }  // namespace
-
-std::optional<RasterFile::Partner> RasterFile::Partner::Look(const std::string& path) {
-    struct stat facts {};
-    if (::stat(path.c_str(), &facts) != 0 || !S_ISREG(facts.st_mode)) {
-        return std::nullopt;
-    }
-    return Partner{path, facts.st_size, facts.st_mtim.tv_sec, facts.st_mtim.tv_nsec};
-}
 
 RasterFile::RasterFile(const std::shared_ptr<const File>& file)
     : path_(as_path(file->Path())), file_(file), network_(GdalScope::Network::Closed) {
@@ -64,9 +56,9 @@ void RasterFile::Open(const std::string& name) {
 void RasterFile::FindPartners() {
     char** const names = GDALGetFileList(dataset_);
     for (char* const* name = names; name != nullptr && *name != nullptr; ++name) {
-        const std::optional<Partner> partner = *name != path_ ? Partner::Look(*name) : std::nullopt;
-        if (partner) {
-            partners_.push_back(*partner);
+        const std::optional<FileFacts> facts = *name != path_ ? FileFacts::Of(*name) : std::nullopt;
+        if (facts) {
+            partners_.push_back({*name, *facts});
         }
     }
     CSLDestroy(names);
@@ -77,7 +69,7 @@ bool RasterFile::IsUnchanged() const {
     return file_ == nullptr ||
            (file_->IsUnchanged() &&
             std::all_of(partners_.begin(), partners_.end(), [](const Partner& partner) {
-                return Partner::Look(partner.path).value_or(partner) == partner;
+                return FileFacts::Of(partner.path).value_or(partner.facts) == partner.facts;
             }));
 }
 
@@ -88,6 +80,12 @@ RasterFile::~RasterFile() {
 
 std::string RasterFile::DriverName() const {
     return GDALGetDriverShortName(GDALGetDatasetDriver(dataset_));
+}
+
+std::string RasterFile::NetcdfVariable(int band) const {
+    const char* const name =
+        GDALGetMetadataItem(GDALGetRasterBand(dataset_, band), "NETCDF_VARNAME", nullptr);
+    return name != nullptr ? name : "";
 }
 
 std::vector<std::string> RasterFile::Subdatasets() const {

@@ -3,9 +3,7 @@
 
 #include <gdal.h>
 
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,6 +33,8 @@ public:
     /// What GDAL said while it opened the file, though it did.
     const std::vector<std::string>& Warnings() const { return warnings_; }
     std::string DriverName() const;
+    /// The netCDF variable that a band is of; empty in other formats.
+    std::string NetcdfVariable(int band) const;
 
     /// Names of the rasters in a file of several, in its order, as GDAL calls them.
     std::vector<std::string> Subdatasets() const;
@@ -47,13 +47,7 @@ private:
     /// A file beside the one that was named, which GDAL may read at any time.
     struct Partner {
         std::string path;
-        std::int64_t size = 0;
-        std::int64_t changed_seconds = 0;
-        std::int64_t changed_nanoseconds = 0;
-
-        bool operator==(const Partner&) const = default;
-        /// Nothing when there is no such file.
-        static std::optional<Partner> Look(const std::string& path);
+        FileFacts facts;
     };
 
     void Open(const std::string& name);

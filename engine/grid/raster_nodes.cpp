@@ -16,8 +16,8 @@ namespace {
 // A block is decoded in one piece. Larger ones are not written by anything but mishap.
 constexpr std::int64_t kMostBlockBytes = std::int64_t{256} << 20;
 
-// Blocks read before GDAL's cache is rid of what it came to hold of the raster in passing:
-// masks, and bands that are stored between the cells of ours.
+// Bytes of blocks read before GDAL's cache is rid of what it came to hold of the raster in
+// passing: masks, and bands that are stored between the cells of ours.
 constexpr std::size_t kBytesToDrop = std::size_t{4} << 20;
 
 // Surfer's own word for no data, and all that is not below it.

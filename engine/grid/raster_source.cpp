@@ -62,10 +62,8 @@ std::string elements_text(const std::vector<std::string>& names) {
 
 /// True when a netCDF file of one variable is asked for that one: GDAL lists variables only
 /// of files that have several.
-bool is_only_variable(GDALDatasetH dataset, const std::string& element) {
-    const char* const name =
-        GDALGetMetadataItem(GDALGetRasterBand(dataset, 1), "NETCDF_VARNAME", nullptr);
-    return name != nullptr && element == name;
+bool is_only_variable(const RasterFile& file, const std::string& element) {
+    return !element.empty() && element == file.NetcdfVariable(1);
 }
 
 /// In place of a file of several rasters, the one of them that is asked for; `element` is
@@ -83,7 +81,7 @@ std::unique_ptr<RasterFile> choose_raster(std::unique_ptr<RasterFile> file, std:
         }
     }
     if (has_bands) {
-        if (is_only_variable(file->Dataset(), element)) {
+        if (is_only_variable(*file, element)) {
             element.clear();
         }
         return file;
