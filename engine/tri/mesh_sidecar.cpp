@@ -10,6 +10,7 @@
 
 #include "engine/formats/diagnostics.h"
 #include "engine/formats/file.h"
+#include "engine/formats/mesh/colour_words.h"
 #include "engine/formats/mesh/name_beside.h"
 #include "engine/formats/read_error.h"
 #include "engine/formats/sidecar_file.h"
@@ -18,26 +19,14 @@ namespace zol::engine::tri {
 
 namespace {
 
-int hex_digit(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-}
-
 /// "#RRGGBB", or three whole numbers from 0 to 255.
 std::array<std::uint8_t, 3> read_colour(const JsonValue& value) {
-    std::array<std::uint8_t, 3> colour{};
     if (value.IsText()) {
-        const std::string text = value.Text();
-        if (text.size() != 7 || text[0] != '#') value.Refuse("is no colour like \"#C06020\"");
-        for (std::size_t i = 0; i < colour.size(); ++i) {
-            const int high = hex_digit(text[1 + 2 * i]);
-            const int low = hex_digit(text[2 + 2 * i]);
-            if (high < 0 || low < 0) value.Refuse("is no colour like \"#C06020\"");
-            colour[i] = static_cast<std::uint8_t>(high * 16 + low);
-        }
-        return colour;
+        const auto stated = colour_of_hex(value.Text());
+        if (!stated) value.Refuse("is no colour like \"#C06020\"");
+        return *stated;
     }
+    std::array<std::uint8_t, 3> colour{};
     if (value.Size() != colour.size()) value.Refuse("is no colour: three numbers are expected");
     for (std::size_t i = 0; i < colour.size(); ++i) {
         const std::int64_t channel = value.At(i).Whole();

@@ -45,8 +45,8 @@ bool is_value_of(const AttributeValue& value, const ubx::object::TypeDescriptor&
 class AttributeLibrary final : public ubx::object::PropertyLibrary {
 public:
     /// The shape is what the questions are asked of; it must outlive all properties, and is
-    /// not needed where there are no questions.
-    explicit AttributeLibrary(std::vector<TypedAttribute> attributes, Shape* shape = nullptr);
+    /// null only where there are no questions.
+    explicit AttributeLibrary(std::vector<TypedAttribute> attributes, Shape* shape);
 
     Position Begin() const override { return entries_.begin(); }
     Position End() const override { return entries_.end(); }

@@ -32,9 +32,8 @@ public:
     bool IsPointInside(const geometry::Point& point);
     bool IsPointOn(const geometry::Point& point, double tolerance);
 
-    const geometry::EdgeFacts& Edges();
-
 private:
+    const geometry::EdgeFacts& Edges();
     /// The mesh over its distinct points.
     const geometry::MeshView& Welded();
     const geometry::TriangleTree& Tree();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <limits>
 
@@ -20,11 +21,13 @@ int field(std::string_view text, std::size_t at, std::size_t digits) {
     return value;
 }
 
+/// The fields have the digits of a date at most: more would not fit the calendar's types.
 bool is_day(int year, int month, int day) {
-    constexpr std::array kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (year < 1 || month < 1 || month > 12 || day < 1) return false;
-    const bool is_leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return day <= kDays[static_cast<std::size_t>(month - 1)] + (month == 2 && is_leap ? 1 : 0);
+    if (year < 1 || month < 1 || day < 1) return false;
+    return std::chrono::year_month_day(std::chrono::year(year),
+                                       std::chrono::month(static_cast<unsigned>(month)),
+                                       std::chrono::day(static_cast<unsigned>(day)))
+        .ok();
 }
 
 }  // namespace

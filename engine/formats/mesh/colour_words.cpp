@@ -36,9 +36,9 @@ constexpr NamedColour kNamedColours[] = {
     {"white", 0xFFFFFF},      {"yellow", 0xFFFF00},
 };
 
-void set_colour(std::uint32_t rgb, MeshLook& look) {
-    look.colour = {static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8 & 255),
-                   static_cast<std::uint8_t>(rgb & 255)};
+std::array<std::uint8_t, 3> colour_of(std::uint32_t rgb) {
+    return {static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8 & 255),
+            static_cast<std::uint8_t>(rgb & 255)};
 }
 
 bool read_parts(std::string_view text, MeshLook& look) {
@@ -46,29 +46,36 @@ bool read_parts(std::string_view text, MeshLook& look) {
     std::size_t count = 0;
     for (std::string_view word = take_word(text); !word.empty(); word = take_word(text)) {
         if (count == parts.size() || !read_real(word, parts[count])) return false;
-        parts[count] = std::clamp(parts[count], 0.0, 1.0);
         ++count;
     }
     if (count < 3) return false;
     look.colour.emplace();
-    for (std::size_t i = 0; i < 3; ++i) {
-        (*look.colour)[i] = static_cast<std::uint8_t>(std::lround(parts[i] * 255));
-    }
-    if (count == 4) look.opacity = parts[3];
+    for (std::size_t i = 0; i < 3; ++i) (*look.colour)[i] = colour_byte(parts[i]);
+    if (count == 4) look.opacity = std::clamp(parts[3], 0.0, 1.0);
     return true;
 }
 
 }  // namespace
 
+std::uint8_t colour_byte(double part) {
+    return static_cast<std::uint8_t>(std::lround(std::clamp(part, 0.0, 1.0) * 255));
+}
+
+std::optional<std::array<std::uint8_t, 3>> colour_of_hex(std::string_view text) {
+    if (text.size() != 7 || text[0] != '#') return std::nullopt;
+    std::uint32_t rgb = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data() + 1, end, rgb, 16);
+    if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
+    return colour_of(rgb);
+}
+
 bool read_colour(std::string_view text, MeshLook& look) {
     text = without_blanks(text);
     if (text.starts_with('#')) {
-        std::uint32_t rgb = 0;
-        const char* const end = text.data() + text.size();
-        const auto read = std::from_chars(text.data() + 1, end, rgb, 16);
-        if (text.size() != 7 || read.ec != std::errc() || read.ptr != end) return false;
-        set_colour(rgb, look);
-        return true;
+        const auto colour = colour_of_hex(text);
+        if (colour) look.colour = colour;
+        return colour.has_value();
     }
     // Names come in one word or in several: "sky blue".
     std::string name;
@@ -78,7 +85,7 @@ bool read_colour(std::string_view text, MeshLook& look) {
         std::find_if(std::begin(kNamedColours), std::end(kNamedColours),
                      [&](const NamedColour& known) { return is_same_word(known.name, name); });
     if (found == std::end(kNamedColours)) return read_parts(text, look);
-    set_colour(found->rgb, look);
+    look.colour = colour_of(found->rgb);
     return true;
 }
 

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <optional>
 #include <string>
 
 #include "engine/formats/diagnostics.h"
 #include "engine/formats/line_numbers.h"
+#include "engine/formats/mesh/colour_words.h"
 #include "engine/formats/mesh/name_beside.h"
 #include "engine/formats/mesh/obj_lines.h"
 #include "engine/formats/read_error.h"
@@ -82,10 +82,7 @@ private:
             return false;
         }
         look_.colour.emplace();
-        for (std::size_t i = 0; i < 3; ++i) {
-            const double part = std::clamp(parts[i], 0.0, 1.0);
-            (*look_.colour)[i] = static_cast<std::uint8_t>(std::lround(part * 255));
-        }
+        for (std::size_t i = 0; i < 3; ++i) (*look_.colour)[i] = colour_byte(parts[i]);
         return true;
     }
 

@@ -33,7 +33,7 @@ void TsurfHeader::CheckRoom() const {
     }
 }
 
-bool TsurfHeader::Read(std::string_view keyword, std::string_view rest) {
+void TsurfHeader::Read(std::string_view keyword, std::string_view rest) {
     CheckRoom();
     if (keyword == "HEADER") {
         ReadBlock(rest, true);
@@ -54,10 +54,7 @@ bool TsurfHeader::Read(std::string_view keyword, std::string_view rest) {
         add_text("geological_feature", without_blanks(rest), mesh_);
     } else if (keyword == "GEOLOGICAL_TYPE") {
         add_text("geological_type", without_blanks(rest), mesh_);
-    } else {
-        return false;
     }
-    return true;
 }
 
 // From the brace to the one that closes it: lines of key:value.

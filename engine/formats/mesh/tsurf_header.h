@@ -18,9 +18,9 @@ public:
     TsurfHeader(TextLines& lines, const std::string& path, MeshData& mesh)
         : lines_(lines), path_(path), mesh_(mesh) {}
 
-    /// Reads what a keyword begins, perhaps over several lines; false when it is none that
-    /// belongs to a header.
-    bool Read(std::string_view keyword, std::string_view rest);
+    /// Reads what a keyword begins, perhaps over several lines; passes over one that belongs
+    /// to no header.
+    void Read(std::string_view keyword, std::string_view rest);
 
     MeshLook Look() const;
     bool IsDepth() const { return is_depth_; }

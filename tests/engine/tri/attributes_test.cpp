@@ -48,7 +48,7 @@ TEST(AttributesTest, HaveTheTypeThatTheirValueNeeds) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
-        const AttributeLibrary library({typed({"a", row.value})});
+        const AttributeLibrary library({typed({"a", row.value})}, nullptr);
         const ubx::object::Property& property = *library.Begin()->second;
         std::string text = "before";
         EXPECT_EQ(property.TypeName(), row.type);
@@ -61,13 +61,15 @@ TEST(AttributesTest, HaveTheTypeThatTheirValueNeeds) {
 }
 
 TEST(AttributesTest, ReadInTheirOwnType) {
-    const AttributeLibrary library({
-        typed({"int32", std::int64_t{-7}}),
-        typed({"int64", std::int64_t{1} << 40}),
-        typed({"double", -2.9}),
-        typed({"boolean", true}),
-        typed({"text", std::string("1e3")}),
-    });
+    const AttributeLibrary library(
+        {
+            typed({"int32", std::int64_t{-7}}),
+            typed({"int64", std::int64_t{1} << 40}),
+            typed({"double", -2.9}),
+            typed({"boolean", true}),
+            typed({"text", std::string("1e3")}),
+        },
+        nullptr);
     auto entry = library.Begin();
     EXPECT_EQ(entry->second->AsInt32(), -7);
     EXPECT_EQ((++entry)->second->AsInt64(), std::int64_t{1} << 40);
