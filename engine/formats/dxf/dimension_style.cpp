@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "engine/formats/dxf/text_codes.h"
+
 namespace zol::engine {
 
 namespace {
@@ -90,7 +92,7 @@ void DimensionStyle::TakeRow(const Entity& row) {
     text_style_handle = row.Handle(340);
 }
 
-void DimensionStyle::TakeOverrides(std::span<const ExtendedTag> tags) {
+void DimensionStyle::TakeOverrides(std::span<const ExtendedTag> tags, TextDecoder& decoder) {
     bool is_ours = false;
     bool is_inside = false;
     int code = -1;
@@ -107,7 +109,7 @@ void DimensionStyle::TakeOverrides(std::span<const ExtendedTag> tags) {
             code = static_cast<int>(std::clamp(tag.number, -1.0, 1e6));
         } else if (is_inside) {
             if (tag.code >= 1010) Take(code, tag.number);
-            if (tag.code == 1000 && code == 3) around = tag.text;
+            if (tag.code == 1000 && code == 3) around = shown_line(decoder.Decode(tag.text));
             code = -1;
         }
     }

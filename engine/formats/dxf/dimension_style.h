@@ -6,6 +6,7 @@
 #include <string>
 
 #include "engine/formats/dxf/entity.h"
+#include "engine/formats/dxf/text_decoder.h"
 
 namespace zol::engine {
 
@@ -38,7 +39,7 @@ struct DimensionStyle {
     /// Takes what a row of the table says.
     void TakeRow(const Entity& row);
     /// Takes what the extended data of a dimension say in place of its style.
-    void TakeOverrides(std::span<const ExtendedTag> tags);
+    void TakeOverrides(std::span<const ExtendedTag> tags, TextDecoder& decoder);
 
 private:
     void Take(int code, double value);

@@ -1,8 +1,5 @@
 #include "engine/formats/dxf/drawing.h"
 
-#include <cmath>
-#include <numbers>
-
 #include "engine/formats/dxf/drawing_data.h"
 #include "engine/formats/dxf/flattening.h"
 #include "engine/formats/number_text.h"
@@ -87,11 +84,6 @@ Vector3 first_place(const DrawingData& data, const DrawingRecord& record) {
     }
 }
 
-double degrees_of(const Vector3& direction) {
-    const double degrees = std::atan2(direction[1], direction[0]) * 180 / std::numbers::pi;
-    return degrees < 0 ? degrees + 360 : degrees;
-}
-
 // A text keeps its letters upright in its plane: the map tells where its line and the line up
 // from it go, and whether it is read against its direction then.
 void place_text(const Placing& placing, DrawingText& text) {
@@ -166,10 +158,6 @@ std::span<const std::uint32_t> Drawing::ObjectsOf(std::size_t layer) const {
 
 std::size_t Drawing::ObjectCount() const {
     return data_->objects.Size();
-}
-
-std::span<const std::string> Drawing::LineTypes() const {
-    return data_->line_types;
 }
 
 std::span<const DrawingSkip> Drawing::Skipped() const {

@@ -62,7 +62,8 @@ struct DrawingTraits {
     int colour = 7;
     /// 0x00RRGGBB.
     std::optional<std::uint32_t> true_colour;
-    /// 0 for an unbroken line, else the position among LineTypes(), from 1.
+    /// 0 for an unbroken line, else the position among the drawing's other line types,
+    /// from 1.
     int line_type = 0;
     /// Hundredths of a millimetre, or -3 where the drawing leaves it open.
     int line_weight = -3;
@@ -195,8 +196,6 @@ public:
     /// The objects of a layer in the order of the file.
     std::span<const std::uint32_t> ObjectsOf(std::size_t layer) const;
     std::size_t ObjectCount() const;
-    /// Names of line types but the unbroken one.
-    std::span<const std::string> LineTypes() const;
     /// Sorted by name.
     std::span<const DrawingSkip> Skipped() const;
 

@@ -41,14 +41,12 @@ std::uint32_t DrawingBuilder::Layer(std::string_view raw) {
 }
 
 std::uint16_t DrawingBuilder::LineType(std::string_view raw) {
-    constexpr std::size_t kMostLineTypes = 60000;
-    const std::string name = Decode(without_blanks(raw));
-    const std::string key = folded(name);
+    constexpr std::uint16_t kMostLineTypes = 60000;
+    const std::string key = folded(Decode(without_blanks(raw)));
     const auto known = line_of_folded_name_.find(key);
     if (known != line_of_folded_name_.end()) return known->second;
-    if (data_->line_types.size() >= kMostLineTypes) return 0;
-    data_->line_types.push_back(name);
-    return line_of_folded_name_[key] = static_cast<std::uint16_t>(data_->line_types.size());
+    if (line_type_count_ >= kMostLineTypes) return 0;
+    return line_of_folded_name_[key] = ++line_type_count_;
 }
 
 std::uint32_t DrawingBuilder::Name(const std::string& name) {
@@ -192,7 +190,7 @@ DimensionStyle DrawingBuilder::StyleOf(const Entity& entity) {
     style.name = entity.Has(3) ? Decode(entity.Text(3)) : "Standard";
     const auto known = dimension_styles_.find(folded(style.name));
     if (known != dimension_styles_.end()) style = known->second;
-    style.TakeOverrides(entity.Extended());
+    style.TakeOverrides(entity.Extended(), decoder_);
     if (style.text_style.empty()) style.text_style = "Standard";
     return style;
 }

@@ -86,6 +86,7 @@ private:
     std::string last_raw_layer_;
     std::uint32_t last_layer_ = kNone;
     std::unordered_map<std::string, std::uint16_t> line_of_folded_name_;
+    std::uint16_t line_type_count_ = 0;
     std::unordered_map<std::string, std::uint32_t> place_of_name_;
     std::map<std::string, std::uint64_t, std::less<>> skipped_;
     std::unordered_map<std::string, TextStyle> text_styles_;

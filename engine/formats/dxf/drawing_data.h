@@ -154,7 +154,6 @@ struct DrawingData {
     GrowingArray<StoredField> fields;
     GrowingArray<char> letters;
     std::vector<std::string> names;
-    std::vector<std::string> line_types;
     std::vector<DrawingSkip> skipped;
     /// The objects sorted by layer; those of a layer begin at `first_of_layer`.
     std::vector<std::uint32_t> objects_by_layer;

@@ -85,9 +85,11 @@ private:
         } else if (name == "ENTITIES") {
             has_entities_ = true;
             ReadEntities("ENTITIES");
-        } else if (name == "OBJECTS") {
+        } else if (name == "OBJECTS" && !has_objects_) {
+            has_objects_ = true;
             read_object_section(tags_, builder_);
         } else {
+            if (name == "OBJECTS") builder_.Skip("OBJECTS (a second section)");
             SkipSection(name);
         }
     }
@@ -257,6 +259,8 @@ private:
     // Of the insertion whose attributes follow.
     std::uint32_t insertion_block_ = kNone;
     bool has_entities_ = false;
+    // What a second section gives is added to what the first gave, and so on without end.
+    bool has_objects_ = false;
 };
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "engine/formats/dxf/extended_data.h"
 
-#include <algorithm>
+#include <array>
 #include <string>
 
 #include "engine/formats/dxf/drawing_data.h"
@@ -19,23 +19,27 @@ std::string_view key_of(std::string_view text) {
     return key.find_first_of(" \t\n") == key.npos ? key : std::string_view();
 }
 
-// The own field that a key names, or nothing.
-std::string_view own_name(std::string_view key) {
+// The place of the own field that a key names, or the number of them.
+std::size_t own_field(std::string_view key) {
     if (is_same_word(key, "DESCRIPTION")) key = "DESC";
-    for (const std::string_view name : kOwnFields) {
-        if (is_same_word(key, name)) return name;
-    }
-    return {};
+    std::size_t i = 0;
+    while (i < std::size(kOwnFields) && !is_same_word(key, kOwnFields[i])) ++i;
+    return i;
+}
+
+// Of a longer name the begin counts: it comes again in the names of all its fields.
+void cut_application(std::string& name) {
+    constexpr std::size_t kMostBytes = 255;
+    if (name.size() <= kMostBytes) return;
+    std::size_t end = kMostBytes;
+    while (end > 0 && (static_cast<unsigned char>(name[end]) >> 6U) == 2) --end;
+    name.resize(end);
 }
 
 class FieldList {
 public:
     void Add(std::string name, std::string value) {
         fields_.push_back({std::move(name), std::move(value)});
-    }
-    bool Has(std::string_view name) const {
-        return std::any_of(fields_.begin(), fields_.end(),
-                           [&](const DrawingField& field) { return field.name == name; });
     }
     // Behind the one that was added last: the second and third number of a point.
     void Append(const std::string& value) {
@@ -54,9 +58,11 @@ std::vector<DrawingField> fields_of_extended(std::span<const ExtendedTag> tags,
     FieldList fields;
     std::string application;
     int place = 0;
+    std::array<bool, std::size(kOwnFields)> has_own{};
     for (const ExtendedTag& tag : tags) {
         if (tag.code == 1001) {
             application = decoder.Decode(tag.text);
+            cut_application(application);
             place = 0;
             continue;
         }
@@ -73,9 +79,10 @@ std::vector<DrawingField> fields_of_extended(std::span<const ExtendedTag> tags,
         }
         const std::string text = decoder.Decode(tag.text);
         const std::string_view key = tag.code == 1000 ? key_of(text) : std::string_view();
-        const std::string_view own = own_name(key);
-        if (!own.empty() && !fields.Has(own)) {
-            fields.Add(std::string(own), text.substr(key.size() + 1));
+        const std::size_t own = own_field(key);
+        if (own < has_own.size() && !has_own[own]) {
+            has_own[own] = true;
+            fields.Add(std::string(kOwnFields[own]), text.substr(key.size() + 1));
         } else if (!key.empty()) {
             fields.Add(application + '.' + std::string(key), text.substr(key.size() + 1));
         } else {

@@ -125,12 +125,15 @@ bool Insertions::Expand(const Insertion& insertion, const Copy& outer, int depth
             Copy copy = outer;
             copy.placing = outer.placing.After(insertion.place.After(step.After(scaled)));
             copy.by = &by;
+            // Also of copies and items that make nothing: they can be more than ever end.
+            is_done = TakeStep();
+            if (!is_done) break;
             if (!copy.placing.IsWithin(kMostOfPlacing)) {
                 builder_.Skip("INSERT (with numbers beyond 1e100)");
                 continue;
             }
             copy.placing_at = builder_.AddPlacing(copy.placing);
-            is_done = TakeStep() && ExpandOnce(block, copy, depth);
+            is_done = ExpandOnce(block, copy, depth);
         }
     }
     block.is_open = false;
@@ -141,10 +144,10 @@ bool Insertions::Expand(const Insertion& insertion, const Copy& outer, int depth
 
 bool Insertions::ExpandOnce(Block& block, const Copy& copy, int depth) {
     for (const Item& item : block.items) {
+        if (!TakeStep()) return false;
         if (item.is_insertion) {
             if (!Expand(insertions_[item.at], copy, depth + 1)) return false;
         } else {
-            if (!TakeStep()) return false;
             AddCopy(prototypes_[item.at], block, copy);
         }
     }

@@ -30,7 +30,8 @@ public:
     static constexpr int kMostDepth = 32;
     /// An insertion that makes more objects is skipped with a word.
     static constexpr std::uint64_t kMostObjectsOfInsertion = 1U << 20U;
-    /// Objects, and copies of blocks, that all insertions of a drawing may make.
+    /// Copies of blocks, and objects and insertions in them, that all insertions of a drawing
+    /// may come to.
     static constexpr std::uint64_t kMostSteps = 1U << 23U;
 
     explicit Insertions(DrawingBuilder& builder) : builder_(builder) {}

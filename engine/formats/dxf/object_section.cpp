@@ -1,11 +1,13 @@
 #include "engine/formats/dxf/object_section.h"
 
-#include <algorithm>
 #include <map>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
 #include <vector>
+
+#include "engine/formats/dxf/added_fields.h"
 
 namespace zol::engine {
 
@@ -21,6 +23,8 @@ struct Group {
 struct RecordValue {
     int code = 0;
     std::string text;
+    /// Once an object has it.
+    std::optional<DrawingLetters> letters;
 };
 
 class ObjectSection {
@@ -32,9 +36,9 @@ public:
         while (tags_.Next()) {
             if (tags_.Code() != 0) continue;
             if (tags_.Begins("ENDSEC")) {
-                AddRecords();
-                AddGroups();
-                AddFields();
+                AddedFields added(builder_, value_count_);
+                AddRecords(added);
+                added.Finish(AddGroups(added));
                 return;
             }
             if (tags_.Begins("DICTIONARY")) {
@@ -97,10 +101,12 @@ private:
             } else if (code != 100 && code != 330 && !(code == kCloning && values.empty())) {
                 const std::string raw = tags_.Written();
                 const bool is_text = tag_type(code) == TagType::Text;
-                values.push_back(
-                    {code, is_text ? builder_.Decode(raw) : std::string(without_blanks(raw))});
+                values.push_back({code,
+                                  is_text ? builder_.Decode(raw) : std::string(without_blanks(raw)),
+                                  std::nullopt});
             }
         });
+        value_count_ += values.size();
         records_.try_emplace(handle, std::move(values));
     }
 
@@ -116,65 +122,56 @@ private:
         groups_.push_back(std::move(group));
     }
 
-    void AddRecords() {
+    void AddRecords(AddedFields& added) {
         for (const auto& [handle, owners] : builder_.Dictionaries()) {
             const auto dictionary = dictionaries_.find(handle);
             if (dictionary == dictionaries_.end()) continue;
+            added.BeginList();
             for (const auto& [name, of] : dictionary->second) {
                 const auto record = records_.find(of);
-                if (record == records_.end()) continue;
-                for (const std::uint32_t owner : owners) AddRecord(name, record->second, owner);
+                if (record != records_.end() && !AddRecord(name, record->second, added)) break;
             }
+            const std::uint32_t list = added.EndList();
+            for (const std::uint32_t owner : owners) added.GiveList(owner, list);
         }
     }
 
-    void AddRecord(const std::string& name, const std::vector<RecordValue>& values,
-                   std::uint32_t owner) {
+    // False when it is too much.
+    bool AddRecord(const std::string& name, std::vector<RecordValue>& values, AddedFields& added) {
         std::map<int, int> count_of_code;
-        for (const RecordValue& value : values) {
+        for (RecordValue& value : values) {
             std::string field = name;
             if (values.size() > 1) field += '.' + std::to_string(value.code);
             const int count = ++count_of_code[value.code];
             if (count > 1) field += '.' + std::to_string(count);
-            added_[owner].push_back({builder_.Name(field), builder_.Letters(value.text)});
+            // Several dictionaries may hold the record.
+            if (!value.letters) value.letters = builder_.Letters(value.text);
+            if (!added.Add(field, *value.letters)) return false;
         }
+        return true;
     }
 
-    // An object of several groups is told as one of the first.
-    void AddGroups() {
-        std::unordered_map<Handle, std::size_t> group_of_member;
-        for (std::size_t i = 0; i < groups_.size(); ++i) {
-            for (const Handle member : groups_[i].members) group_of_member.try_emplace(member, i);
+    // An object of several groups is told as one of the first. The names of all groups.
+    std::vector<DrawingLetters> AddGroups(AddedFields& added) {
+        std::unordered_map<Handle, std::uint32_t> group_of_member;
+        std::vector<DrawingLetters> names;
+        for (const Group& group : groups_) {
+            const auto name = group_names_.find(group.handle);
+            const auto at = static_cast<std::uint32_t>(names.size());
+            const bool has_name = name != group_names_.end();
+            for (const Handle member : group.members) {
+                group_of_member.try_emplace(member, has_name ? at : kNone);
+            }
+            if (has_name) names.push_back(builder_.Letters(name->second));
         }
-        if (group_of_member.empty()) return;
-        const DrawingData& data = builder_.Data();
-        for (std::size_t i = 0; i < data.objects.Size(); ++i) {
-            const DrawingRecord& record = data.objects[i];
-            const auto group = group_of_member.find(record.handle);
-            if (record.handle == 0 || group == group_of_member.end()) continue;
-            const auto fields = data.fields.View().subspan(record.first_field, record.field_count);
-            const bool has_own =
-                std::any_of(fields.begin(), fields.end(),
-                            [](const StoredField& field) { return field.name == kFieldGroup; });
-            const auto name = group_names_.find(groups_[group->second].handle);
-            if (has_own || name == group_names_.end()) continue;
-            added_[static_cast<std::uint32_t>(i)].push_back(
-                {kFieldGroup, builder_.Letters(name->second)});
+        if (group_of_member.empty()) return names;
+        const auto objects = builder_.Data().objects.View();
+        for (std::size_t i = 0; i < objects.size(); ++i) {
+            const auto group = group_of_member.find(objects[i].handle);
+            if (objects[i].handle == 0 || group == group_of_member.end()) continue;
+            added.GiveGroup(static_cast<std::uint32_t>(i), group->second);
         }
-    }
-
-    // Fields of an object stand in a row, so the old ones are copied behind all.
-    void AddFields() {
-        DrawingData& data = builder_.Data();
-        for (const auto& [object, fields] : added_) {
-            DrawingRecord& record = data.objects[object];
-            const std::uint32_t first = record.first_field;
-            const std::uint32_t count = record.field_count;
-            record.first_field = static_cast<std::uint32_t>(data.fields.Size());
-            record.field_count = count + static_cast<std::uint32_t>(fields.size());
-            for (std::uint32_t i = 0; i < count; ++i) data.fields.Add(data.fields[first + i]);
-            for (const StoredField& field : fields) data.fields.Add(field);
-        }
+        return names;
     }
 
     TagReader& tags_;
@@ -183,8 +180,8 @@ private:
     std::unordered_map<Handle, std::vector<std::pair<std::string, Handle>>> dictionaries_;
     std::unordered_map<Handle, std::string> group_names_;
     std::unordered_map<Handle, std::vector<RecordValue>> records_;
+    std::uint64_t value_count_ = 0;
     std::vector<Group> groups_;
-    std::map<std::uint32_t, std::vector<StoredField>> added_;
 };
 
 }  // namespace

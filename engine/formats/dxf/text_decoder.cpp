@@ -65,6 +65,7 @@ void TextDecoder::SetCodePage(std::string_view name) {
     std::size_t digits = name.size();
     while (digits > 0 && name[digits - 1] >= '0' && name[digits - 1] <= '9') --digits;
     const std::string number(name.substr(digits));
+    page_.reset();
     if (is_same_word(name, "UTF-8") || is_same_word(name, "UTF8")) {
         form_ = Form::Utf8;
     } else if (number == "1361") {
@@ -86,16 +87,28 @@ std::string TextDecoder::ToUtf8(std::string_view raw) {
     if (is_ascii(raw)) return std::string(raw);
     if (!is_utf8_release_) {
         if (form_ == Form::Unknown) FindForm(raw);
-        if (form_ == Form::OfCodePage) {
-            if (!page_) page_ = std::make_unique<Utf8Converter>(encoding_);
-            return page_->Convert(raw);
-        }
+        if (form_ == Form::OfCodePage) return FromPage(raw);
     }
-    return is_utf8(raw) ? std::string(raw) : to_utf8(raw, encoding_);
+    return is_utf8(raw) ? std::string(raw) : FromPage(raw);
+}
+
+std::string TextDecoder::FromPage(std::string_view raw) {
+    if (!page_) page_ = std::make_unique<Utf8Converter>(encoding_);
+    return page_->Convert(raw);
+}
+
+// Never taken as UTF-8, which many of these pairs are by chance.
+std::string TextDecoder::FromDoubleByte(std::size_t page, std::uint32_t code) {
+    std::unique_ptr<Utf8Converter>& converter = double_byte_pages_[page];
+    if (!converter) converter = std::make_unique<Utf8Converter>(kDoubleBytePages[page]);
+    const char bytes[] = {static_cast<char>(code >> 8U), static_cast<char>(code & 0xFFU)};
+    // What is one byte has a zero in front.
+    return converter->Convert(bytes[0] == 0 ? std::string_view(bytes + 1, 1)
+                                            : std::string_view(bytes, 2));
 }
 
 std::string TextDecoder::Decode(std::string_view raw) {
-    return without_escapes(ToUtf8(raw));
+    return WithoutEscapes(ToUtf8(raw));
 }
 
 void append_utf8(std::uint32_t code, std::string& to) {
@@ -121,7 +134,7 @@ void append_utf8(std::uint32_t code, std::string& to) {
     }
 }
 
-std::string without_escapes(std::string text) {
+std::string TextDecoder::WithoutEscapes(std::string text) {
     if (text.find("\\U+") == text.npos && text.find("\\M+") == text.npos) return text;
     std::string plain;
     for (std::size_t i = 0; i < text.size();) {
@@ -138,10 +151,7 @@ std::string without_escapes(std::string text) {
             append_utf8(code, plain);
         } else if (text.compare(i, 3, "\\M+") == 0 && i + 3 < text.size() && text[i + 3] >= '1' &&
                    text[i + 3] <= '5' && read_hex(text, i + 4, 4, code)) {
-            const char* const page = kDoubleBytePages[static_cast<std::size_t>(text[i + 3] - '1')];
-            const char bytes[] = {static_cast<char>(code >> 8U), static_cast<char>(code & 0xFFU)};
-            // What is one byte has a zero in front.
-            plain += to_utf8({bytes[0] == 0 ? bytes + 1 : bytes, bytes[0] == 0 ? 1U : 2U}, page);
+            plain += FromDoubleByte(static_cast<std::size_t>(text[i + 3] - '1'), code);
             i += 8;
         } else {
             plain += text[i++];

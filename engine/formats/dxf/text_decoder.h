@@ -5,6 +5,7 @@
 // UTF-8, then it was written as UTF-8 in spite of its header.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -35,12 +36,17 @@ private:
     enum class Form : std::uint8_t { Unknown, Utf8, OfCodePage };
 
     std::string ToUtf8(std::string_view raw);
+    std::string FromPage(std::string_view raw);
+    std::string FromDoubleByte(std::size_t page, std::uint32_t code);
+    std::string WithoutEscapes(std::string text);
     void FindForm(std::string_view raw);
 
     const File& file_;
     std::string encoding_ = "CP1252";
     /// Of encoding_, once a text needs it.
     std::unique_ptr<Utf8Converter> page_;
+    /// Of `\M+n`, from n = 1 on, once a text needs them.
+    std::array<std::unique_ptr<Utf8Converter>, 5> double_byte_pages_;
     Form form_ = Form::Unknown;
     bool is_utf8_release_ = false;
     bool is_double_byte_ = false;
@@ -49,8 +55,5 @@ private:
 
 /// Appends a character as UTF-8; U+FFFD for what is none.
 void append_utf8(std::uint32_t code, std::string& to);
-
-/// Replaces `\U+XXXX` and `\M+nXXXX` in a text that is UTF-8 already.
-std::string without_escapes(std::string text);
 
 }  // namespace zol::engine

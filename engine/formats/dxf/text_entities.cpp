@@ -1,6 +1,5 @@
 // TEXT, ATTRIB and MTEXT.
 #include <cmath>
-#include <numbers>
 
 #include "engine/formats/dxf/entities.h"
 #include "engine/formats/dxf/text_codes.h"
@@ -8,10 +7,6 @@
 namespace zol::engine {
 
 namespace {
-
-double degrees_of(const Vector3& direction) {
-    return std::atan2(direction[1], direction[0]) * 180 / std::numbers::pi;
-}
 
 double from_0_to_360(double degrees) {
     const double left = std::fmod(degrees, 360.0);
@@ -48,7 +43,7 @@ void set_direction(const Entity& entity, int across, StoredText& text) {
     const bool has_two_ends = (across == kAligned || across == kFit) && entity.Has(11);
     const Vector3 along = minus(entity.Point(11), entity.Point(10));
     text.rotation =
-        from_0_to_360(has_two_ends && length(along) > 0 ? degrees_of(along) : entity.Real(50));
+        has_two_ends && length(along) > 0 ? degrees_of(along) : from_0_to_360(entity.Real(50));
     constexpr int kBackward = 2;
     constexpr int kUpsideDown = 4;
     const int flags = entity.Whole(71);
@@ -100,12 +95,12 @@ bool make_multiline_text(const Entity& entity, DrawingRecord& record, DrawingBui
     const bool has_direction = entity.Has(11) && length(entity.Point(11)) > 0;
     if (has_direction && (!has_rotation || entity.IsBehind(11, 50))) {
         text.direction = unit(entity.Point(11), kXAxis);
-        text.rotation = from_0_to_360(degrees_of(text.direction));
+        text.rotation = degrees_of(text.direction);
     } else {
         const double rotation = has_rotation ? entity.Real(50) : 0;
         text.direction = plane_of(text.normal).Direction(turn(rotation).x);
-        text.rotation = text.normal == kZAxis ? from_0_to_360(rotation)
-                                              : from_0_to_360(degrees_of(text.direction));
+        text.rotation =
+            text.normal == kZAxis ? from_0_to_360(rotation) : degrees_of(text.direction);
     }
     const int attachment = entity.Whole(71, 1) - 1;
     if (attachment >= 0 && attachment < 9) {
@@ -129,7 +124,7 @@ void make_multileader_text(const MultileaderParts& parts, DrawingRecord& record,
     text.origin = parts.place;
     text.direction = unit(parts.direction, kXAxis);
     text.normal = unit(parts.normal, kZAxis);
-    text.rotation = from_0_to_360(degrees_of(text.direction));
+    text.rotation = degrees_of(text.direction);
     text.height = parts.text_height;
     text.up = TextUp::Top;
     set_style({}, text, builder);

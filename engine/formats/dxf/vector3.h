@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 
 namespace zol::engine {
 
@@ -31,6 +32,12 @@ inline Vector3 cross(const Vector3& a, const Vector3& b) {
 
 inline double length(const Vector3& a) {
     return std::hypot(a[0], a[1], a[2]);
+}
+
+/// The angle from the x axis in the plan, 0 to 360 counter-clockwise.
+inline double degrees_of(const Vector3& direction) {
+    const double degrees = std::atan2(direction[1], direction[0]) * 180 / std::numbers::pi;
+    return degrees < 0 ? degrees + 360 : degrees;
 }
 
 /// Of length 1; `fallback` for one without a length. Unit axes come back to the last bit.

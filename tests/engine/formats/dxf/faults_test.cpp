@@ -2,10 +2,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <fstream>
+#include <map>
 #include <sstream>
 #include <string>
 
+#include "engine/formats/dxf/insertions.h"
 #include "engine/formats/dxf/tag_reader.h"
 #include "engine/formats/read_error.h"
 #include "tests/engine/formats/dxf/drawings.h"
@@ -148,6 +151,102 @@ TEST(TooMuch, OfInsertionsIsSkippedWithAWord) {
         ASSERT_EQ(drawing.Skipped().size(), 1U);
         EXPECT_EQ(drawing.Skipped()[0].what, row.skipped);
     }
+}
+
+TEST(TooMuch, OfInsertionsThatMakeNothingEndsWithAWord) {
+    const std::string array = "|70 700|71 700|44 1|45 1";
+    struct Case {
+        const char* name;
+        std::string blocks;
+        std::string inner;
+        std::string outer;
+    };
+    // Each is 700 x 700 of 700 x 700 of something that is never shown.
+    const Case cases[] = {
+        {"beyond 1e100", "0 BLOCK|2 A|0 POINT|10 0|20 0|0 ENDBLK", "0 INSERT|2 A|41 1e60" + array,
+         "|41 1e60" + array},
+        {"of empty blocks", "0 BLOCK|2 A|0 ENDBLK", "0 INSERT|2 A" + array, array},
+        {"of missing blocks", "0 BLOCK|2 A", "0 INSERT|2 C|0 INSERT|2 C|0 INSERT|2 C", array},
+        {"of blocks in themselves", "0 BLOCK|2 A", "0 INSERT|2 B|0 INSERT|2 B|0 INSERT|2 B", array},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.name);
+        std::string entities = "0 POINT|10 0|20 0";
+        for (int i = 0; i < 20; ++i) entities += "|0 INSERT|2 B" + row.outer;
+        const Drawing drawing =
+            drawing_of_entities(entities, row.blocks + "|0 BLOCK|2 B|" + row.inner + "|0 ENDBLK");
+        EXPECT_EQ(drawing.ObjectCount(), 1U);
+        std::map<std::string, std::uint64_t> skipped;
+        for (const DrawingSkip& skip : drawing.Skipped()) skipped[skip.what] = skip.count;
+        EXPECT_EQ(skipped["INSERT (of too many objects)"], 20U);
+        for (const auto& [what, count] : skipped) EXPECT_LE(count, Insertions::kMostSteps) << what;
+    }
+}
+
+// A drawing whose insertion of 700 x 700 points owns the dictionary 1, with these objects.
+Drawing drawing_of_owner(const std::string& objects, const std::string& data_of_point = {}) {
+    return drawing_of(
+        section("BLOCKS", tags("0 BLOCK|2 A|0 POINT|10 0|20 0" + data_of_point + "|0 ENDBLK")) +
+        section("ENTITIES", tags("0 INSERT|5 A|102 {ACAD_XDICTIONARY|360 1|102 }|2 A|70 700|71 700|"
+                                 "44 1|45 1")) +
+        section("OBJECTS", tags(objects)) + "0\nEOF\n");
+}
+
+TEST(TooMuch, OfRecordsIsKeptOnceForAllOwners) {
+    // For each owner anew these would be a terabyte.
+    constexpr int kValues = 50000;
+    std::string objects =
+        "0 DICTIONARY|5 1|3 R|360 2|0 DICTIONARY|5 4|3 G|350 3|"
+        "0 GROUP|5 3|340 A|0 XRECORD|5 2";
+    for (int i = 0; i < kValues; ++i) objects += "|1 v";
+    for (const char* const data_of_point : {"", "|1001 APP|1000 own=1"}) {
+        SCOPED_TRACE(data_of_point);
+        const Drawing drawing = drawing_of_owner(objects, data_of_point);
+        ASSERT_EQ(drawing.ObjectCount(), 490000U);
+        EXPECT_TRUE(drawing.Skipped().empty());
+        for (const std::size_t object : {std::size_t{0}, std::size_t{489999}}) {
+            EXPECT_EQ(drawing.Traits(object).group, "G");
+            const auto fields = drawing.Fields(object);
+            ASSERT_EQ(fields.size(), kValues + (*data_of_point == '\0' ? 0U : 1U));
+            EXPECT_EQ(fields.back().name, "R.1." + std::to_string(kValues));
+            EXPECT_EQ(fields.back().value, "v");
+        }
+    }
+}
+
+TEST(TooMuch, OfFieldsIsLeftOutWithAWord) {
+    const auto many = [](const std::string& tag, int count) {
+        std::string list;
+        for (int i = 0; i < count; ++i) list += tag;
+        return list;
+    };
+    struct Case {
+        const char* name;
+        std::string objects;
+    };
+    const Case cases[] = {
+        {"a record under many names",
+         "0 DICTIONARY|5 1" + many("|3 R|360 2", 5000) + "|0 XRECORD|5 2" + many("|1 v", 5000)},
+        {"a long name of many values", "0 DICTIONARY|5 1|3 " + std::string(500000, 'k') +
+                                           "|360 2|0 XRECORD|5 2" + many("|1 v", 50000)},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.name);
+        const Drawing drawing = drawing_of_owner(row.objects);
+        EXPECT_EQ(drawing.ObjectCount(), 490000U);
+        EXPECT_TRUE(drawing.Fields(0).empty());
+        ASSERT_EQ(drawing.Skipped().size(), 1U);
+        EXPECT_EQ(drawing.Skipped()[0].what, "fields of records and groups (too many)");
+    }
+}
+
+TEST(TooMuch, OfAnApplicationsNameIsCut) {
+    std::string entity =
+        "0 POINT|10 0|20 0|1001 " + std::string(254, 'a') + "\xC3\xB6" + std::string(500000, 'a');
+    for (int i = 0; i < 50000; ++i) entity += "|1071 1";
+    const auto fields = drawing_of_entities(entity).Fields(0);
+    ASSERT_EQ(fields.size(), 50000U);
+    EXPECT_EQ(fields[0].name, std::string(254, 'a') + ".1");
 }
 
 TEST(TooMuch, OfATextIsReadAllTheSame) {

@@ -88,6 +88,10 @@ TEST(TextDecoding, GoesByReleaseAndCodePage) {
         {"valid by chance", "9 $DWGCODEPAGE|3 ANSI_1250", "\xDA\x8E|0 TEXT|10 0|20 0|1 \xDA",
          "\xC3\x9A\xC5\xBD"},
         {"2007", "9 $ACADVER|1 AC1021|9 $DWGCODEPAGE|3 ANSI_1250", "\xC3\xB6", "\xC3\xB6"},
+        // The pair is valid UTF-8 as well.
+        {"escape of a pair", "", "\\M+5C9BD\\M+10041", "\xE5\xB1\xB1\x41"},
+        {"2007, but no UTF-8", "9 $ACADVER|1 AC1021|9 $DWGCODEPAGE|3 ANSI_1250", "\xE8",
+         "\xC4\x8D"},
         {"escapes", "", "\\U+6728 \\U+D83D\\U+DE00 \\U+12 \\M+1955C", ""},
     };
     for (const Case& row : cases) {
@@ -279,6 +283,10 @@ TEST(Dimensions, AreWrittenAsTheirStyleSays) {
         {"text behind", "|271 0|3  mm", "", "5 mm"},
         {"no zero in front", "|271 2|144 0.05|78 4", "", ".25"},
         {"overridden", "|271 3", overrides, "5.0"},
+        {"text around, overridden", "|271 0|3 x",
+         "|1001 ACAD|1000 DSTYLE|1002 {|1070 3|1000 \xB1\\U+00B5<>%%d|1002 }",
+         "\xC2\xB1\xC2\xB5"
+         "5\xC2\xB0"},
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
