@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <string_view>
 
 #include "support/little_endian.h"
 
@@ -55,11 +54,14 @@ std::int32_t leading_number(std::string_view text) {
 
 }  // namespace
 
+bool header_HasMagic(std::string_view content) {
+    return content.starts_with(kMagic.substr(0, kMagicLetters));
+}
+
 bool header_Read(const HeaderBytes& bytes, FileInfo& info) {
     info = {};
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    if (!text.starts_with(kMagic.substr(0, kMagicLetters)) ||
-        leading_number(text.substr(kMagicLetters)) != kVersion) {
+    if (!header_HasMagic(text) || leading_number(text.substr(kMagicLetters)) != kVersion) {
         return false;
     }
     info.version = kVersion;

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "support/file_info.h"
 
@@ -14,6 +15,9 @@ using HeaderBytes = std::array<std::uint8_t, kHeaderSize>;
 /// The type of a file whose record is enciphered. A reader looks at these five letters
 /// alone and takes every other type for a record in the clear.
 constexpr char kSealedType[] = "EMVAR";
+
+/// Whether a file that begins with `content` says it is one of values, of whatever version.
+bool header_HasMagic(std::string_view content);
 
 /// Fills `info`, all of it. False, and `info` cleared, without the magic or with another
 /// version than 1. A wrong byte-order mark sets a flag and is no fault.

@@ -55,7 +55,7 @@ std::string between_text(const Answer& answer) {
     if (answer.between) {
         // On a node it is the node's value to the last digit.
         const bool is_value = *answer.between == answer.value;
-        return is_value ? std::string(number_text(answer.value)) : computed_text(*answer.between);
+        return std::string(is_value ? number_text(answer.value) : computed_text(*answer.between));
     }
     const auto& masked = answer.masked;
     std::string text = masked.size() == 1 ? "none: masked is node " : "none: masked are nodes ";
@@ -67,16 +67,14 @@ std::string between_text(const Answer& answer) {
 }
 
 void write_text(const Answer& answer, const Lattice& nodes, Output& output) {
-    const auto write_fact = [&](const char* label, const std::string& text) {
-        constexpr std::size_t kLabelWidth = 14;
-        write_line(output, padded(label, kLabelWidth) + text);
-    };
+    constexpr std::size_t kLabelWidth = 14;
     const auto& [i, j] = answer.nearest;
-    write_fact("nearest node",
+    write_fact(output, kLabelWidth, "nearest node",
                index_text(answer.nearest) + " at " + pair_text(nodes.X(i), nodes.Y(j)));
     const bool is_masked = std::isnan(answer.value);
-    write_fact("its value", is_masked ? "masked" : std::string(number_text(answer.value)));
-    write_fact("bilinear", between_text(answer));
+    write_fact(output, kLabelWidth, "its value",
+               is_masked ? "masked" : std::string(number_text(answer.value)));
+    write_fact(output, kLabelWidth, "bilinear", between_text(answer));
 }
 
 void write_json(const Answer& answer, const Lattice& nodes, Output& output) {

@@ -12,9 +12,7 @@ namespace {
 
 void write_grid(const Grid& grid, const GridExportRequest& request, Output& output) {
     const int n_walks = request.as_asc ? 2 : 1;
-    ProgressBar progress(
-        n_walks * grid.Nodes().NNodes(), "nodes",
-        request.to ? ProgressBar::Meanwhile::Nothing : ProgressBar::Meanwhile::Rows);
+    ProgressBar progress(n_walks * grid.Nodes().NNodes(), "nodes", meanwhile_of(request.to));
     if (request.as_asc) {
         write_asc(grid, progress, output);
     } else {
@@ -26,13 +24,8 @@ void write_grid(const Grid& grid, const GridExportRequest& request, Output& outp
 
 int run_grid_export(const GridExportRequest& request, Output& output) {
     const auto grid = open_grid(request.file);
-    if (!request.to) {
-        write_grid(*grid, request, output);
-        return kGood;
-    }
-    OutputFile file(*request.to, request.file);
-    write_grid(*grid, request, file.Rows());
-    file.Finish();
+    write_to(request.to, {request.file}, output,
+             [&](Output& stream) { write_grid(*grid, request, stream); });
     return kGood;
 }
 

@@ -18,6 +18,8 @@ namespace zol::tool {
 
 namespace {
 
+constexpr std::size_t kLabelWidth = 12;
+
 /// The nodes that can't be read: how many, and the least rectangle that has them all.
 struct Unreadable {
     long long count = 0;
@@ -74,32 +76,27 @@ std::string values_text(const GridStatistics& statistics) {
     return text;
 }
 
-void write_fact(Output& output, const char* label, const std::string& text) {
-    constexpr std::size_t kLabelWidth = 12;
-    write_line(output, padded(label, kLabelWidth) + text);
-}
-
 void write_place(const GridInfoRequest& request, const Lattice& nodes, Output& output) {
-    write_fact(output, "Grid", request.file);
+    write_fact(output, kLabelWidth, "Grid", request.file);
     write_fact(
-        output, "Nodes",
+        output, kLabelWidth, "Nodes",
         std::to_string(nodes.width) + " x " + std::to_string(nodes.height) + " (east x north)");
-    write_fact(output, "Extent", extent_text(nodes));
-    write_fact(output, "Spacing", pair_text(nodes.dx, nodes.dy));
+    write_fact(output, kLabelWidth, "Extent", extent_text(nodes));
+    write_fact(output, kLabelWidth, "Spacing", pair_text(nodes.dx, nodes.dy));
 }
 
 void write_values(const Survey& survey, Output& output) {
     const auto& [statistics, unreadable] = survey;
     if (unreadable.count > 0) {
-        write_fact(output, "Unreadable",
+        write_fact(output, kLabelWidth, "Unreadable",
                    std::to_string(unreadable.count) + " nodes between " +
                        index_text(unreadable.lower) + " and " + index_text(unreadable.upper));
         return;
     }
-    write_fact(output, "Masked",
+    write_fact(output, kLabelWidth, "Masked",
                std::to_string(statistics.NMasked()) + " of " + std::to_string(statistics.NNodes()) +
                    " nodes");
-    write_fact(output, "Values", values_text(statistics));
+    write_fact(output, kLabelWidth, "Values", values_text(statistics));
 }
 
 void write_values(const Survey& survey, JsonWriter& json) {

@@ -16,7 +16,7 @@ namespace zol::tool {
 
 int run_grid_plot(const GridPlotRequest& request) {
     const auto grid = open_grid(request.file);
-    OutputFile file(request.to, request.file);
+    OutputFile file(request.to, {request.file});
 
     PictureFacts facts;
     facts.title = std::filesystem::path(request.file).filename().string();
@@ -36,7 +36,7 @@ int run_grid_plot(const GridPlotRequest& request) {
                      request.file.c_str(), facts.statistics.NMasked(), facts.statistics.NNodes());
         return kNotFound;
     }
-    write_picture(surface, scale, facts, file.Rows());
+    write_picture(surface, scale, facts, file.Stream());
     file.Finish();
     return kGood;
 }

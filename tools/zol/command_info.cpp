@@ -14,6 +14,8 @@ namespace zol::tool {
 
 namespace {
 
+constexpr std::size_t kLabelWidth = 16;
+
 // More names than this are counted, not listed: `--format json` has them all.
 constexpr std::size_t kMostNamesShown = 20;
 
@@ -52,11 +54,6 @@ std::string default_as_text(const Variable& variable) {
     return std::string(number_text(variable.default_number));
 }
 
-void write_fact(Output& output, const std::string& label, const std::string& text) {
-    constexpr std::size_t kLabelWidth = 16;
-    write_line(output, padded(label, kLabelWidth) + text);
-}
-
 std::string names_as_text(const std::vector<std::string>& names) {
     std::string text = std::to_string(names.size()) + (names.size() == 1 ? " name: " : " names: ");
     for (std::size_t i = 0; i < std::min(names.size(), kMostNamesShown); ++i) {
@@ -74,7 +71,7 @@ void write_schemas(const std::vector<Schema>& schemas, Output& output) {
         const Point& counts = schema.dimensions;
         const std::string least = point_text(schema.minimum_size);
         const std::string most = point_text(schema.maximum_size);
-        write_fact(output, "  " + std::to_string(i),
+        write_fact(output, kLabelWidth, "  " + std::to_string(i),
                    std::string(number_text(counts.x)) + " x " + std::string(number_text(counts.y)) +
                        " x " + std::string(number_text(counts.z)) + " blocks of " + least +
                        (most == least ? "" : " to " + most) + ", extent " +
@@ -109,13 +106,13 @@ void write_variables(const std::string& title, const std::vector<Variable>& vari
 
 void write_text(const InfoRequest& request, const BlockModel& model, Output& output) {
     const Catalogue catalogue = catalogue_of(model);
-    write_fact(output, "Block model", request.file);
-    write_fact(output, "Blocks", std::to_string(model.NBlocks()));
-    write_fact(output, "Extent", box_text(model.Extent()) + " (model coordinates)");
-    write_fact(output, "Origin", point_text(model.Origin()) + " (world coordinates)");
-    write_fact(output, "Orientation",
+    write_fact(output, kLabelWidth, "Block model", request.file);
+    write_fact(output, kLabelWidth, "Blocks", std::to_string(model.NBlocks()));
+    write_fact(output, kLabelWidth, "Extent", box_text(model.Extent()) + " (model coordinates)");
+    write_fact(output, kLabelWidth, "Origin", point_text(model.Origin()) + " (world coordinates)");
+    write_fact(output, kLabelWidth, "Orientation",
                point_text(model.Orientation()) + " (degrees about z, then new y, then new x)");
-    write_fact(output, "Stratigraphic", model.IsStratigraphic() ? "yes" : "no");
+    write_fact(output, kLabelWidth, "Stratigraphic", model.IsStratigraphic() ? "yes" : "no");
     write_schemas(model.Schemas(), output);
     write_variables("Variables", catalogue.variables, output);
     write_variables("Predefined variables", catalogue.predefined, output);

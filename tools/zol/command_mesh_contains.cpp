@@ -9,10 +9,10 @@
 #include "tools/zol/layout.h"
 #include "tools/zol/mesh_answers.h"
 #include "tools/zol/mesh_commands.h"
-#include "tools/zol/mesh_point_rows.h"
 #include "tools/zol/mesh_shape.h"
 #include "tools/zol/open_model.h"
 #include "tools/zol/output_file.h"
+#include "tools/zol/point_rows.h"
 
 namespace zol::tool {
 
@@ -73,9 +73,7 @@ void tell_all(const Mesh& mesh, const MeshContainsRequest& request, Output& outp
     const std::string column = free_name("side", rows.Names());
     const auto answers =
         request.as_json ? json_answers(rows, column, output) : csv_answers(rows, column, output);
-    ProgressBar progress(
-        size_of(request.points), "bytes",
-        request.to ? ProgressBar::Meanwhile::Nothing : ProgressBar::Meanwhile::Rows);
+    ProgressBar progress(size_of(request.points), "bytes", meanwhile_of(request.to));
     answers->Begin();
     for (long long done = 0; rows.Next(); done = rows.BytesRead()) {
         answers->Write(side_of(mesh, rows.Where(), request.tolerance));
@@ -90,17 +88,8 @@ int run_mesh_contains(const MeshContainsRequest& request, Output& output) {
     const auto mesh = open_mesh(request.file);
     require_inside(request.file, *mesh);
     if (request.point) return tell_one(*mesh, request, output);
-    if (!request.to) {
-        tell_all(*mesh, request, output);
-        return kGood;
-    }
-    if (std::error_code ignored;
-        std::filesystem::equivalent(*request.to, request.points, ignored)) {
-        throw UsageError("'" + *request.to + "' is the file that is read, and stays as it is.");
-    }
-    OutputFile file(*request.to, request.file);
-    tell_all(*mesh, request, file.Rows());
-    file.Finish();
+    write_to(request.to, {request.file, request.points}, output,
+             [&](Output& stream) { tell_all(*mesh, request, stream); });
     return kGood;
 }
 

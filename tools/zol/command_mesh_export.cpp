@@ -54,11 +54,9 @@ void check_floats(const Mesh& mesh) {
 
 void write_mesh(const Mesh& mesh, const MeshExportRequest& request, Output& output) {
     const Writer& writer = writer_of(request.form);
-    const bool is_to_file = request.to.has_value();
-    ProgressBar progress(
-        (writer.has_points ? mesh.NPoints() : 0LL) + mesh.NTriangles(),
-        writer.has_points ? "points and triangles" : "triangles",
-        is_to_file ? ProgressBar::Meanwhile::Nothing : ProgressBar::Meanwhile::Rows);
+    ProgressBar progress((writer.has_points ? mesh.NPoints() : 0LL) + mesh.NTriangles(),
+                         writer.has_points ? "points and triangles" : "triangles",
+                         meanwhile_of(request.to));
     writer.write(mesh, progress, output);
 }
 
@@ -78,13 +76,8 @@ void check_request(const Mesh& mesh, const MeshExportRequest& request) {
 int run_mesh_export(const MeshExportRequest& request, Output& output) {
     const auto mesh = open_mesh(request.file);
     check_request(*mesh, request);
-    if (!request.to) {
-        write_mesh(*mesh, request, output);
-        return kGood;
-    }
-    OutputFile file(*request.to, request.file);
-    write_mesh(*mesh, request, file.Rows());
-    file.Finish();
+    write_to(request.to, {request.file}, output,
+             [&](Output& stream) { write_mesh(*mesh, request, stream); });
     return kGood;
 }
 

@@ -12,6 +12,8 @@
 #include <system_error>
 #include <vector>
 
+#include "support/ciphers.h"
+#include "support/variant_header.h"
 #include "support/variant_traversal.h"
 #include "tools/zol/exit_codes.h"
 #include "tools/zol/output_file.h"
@@ -88,9 +90,8 @@ void write_sealed(const VariantRequest& request, const MVariant& value, Output& 
         throw UsageError("'" + request.file + "' holds more than fits into a record of 2 GiB.");
     }
     const Waypoint made;
-    constexpr std::uint64_t kHeader = 84;
-    constexpr std::uint64_t kBlock = 8;
-    const std::uint64_t whole = kHeader + (record + kBlock - 1) / kBlock * kBlock;
+    const std::uint64_t whole =
+        kHeaderSize + (record + kBlowfishBlock - 1) / kBlowfishBlock * kBlowfishBlock;
     // A record that could not be written is told by the size alone.
     if (!value.WriteSealed(made.Path(), nullptr) || made.Size() != whole) made.Fail();
     made.PassOn(output);
@@ -112,15 +113,11 @@ void write(const VariantRequest& request, const MVariant& value, Output& output)
 int run_variant(const VariantRequest& request, Output& output) {
     const VariantInput input = read_variant(request.file);
     if (!input.remark.empty()) std::fprintf(stderr, "zol: %s\n", input.remark.c_str());
-    if (request.out) {
-        OutputFile out(*request.out, request.file);
-        write(request, input.value, out.Rows());
-        out.Finish();
-    } else {
+    write_to(request.out, {request.file}, output, [&](Output& stream) {
         // A comment of the text form, so that what is shown can be read again.
-        if (!request.form) output.Write("* " + input.form + '\n');
-        write(request, input.value, output);
-    }
+        if (!request.form) stream.Write("* " + input.form + '\n');
+        write(request, input.value, stream);
+    });
     return kGood;
 }
 

@@ -67,8 +67,8 @@ void add_export(CLI::App& grid, Action& chosen) {
     add_file(command, given->request.file, kFileHelp);
     command
         ->add_option("--format", given->format,
-                     "csv: a row i,j,x,y,value for each node that is not masked, from the north; "
-                     "asc: ESRI ASCII. csv when not given")
+                     "csv: a row i,j,x,y,z for each node that is not masked, z being its value, "
+                     "from the north; asc: ESRI ASCII. csv when not given")
         ->check(CLI::IsMember({"csv", "asc"}).description(""))
         ->type_name("csv|asc");
     command->add_option("-o,--output", given->request.to, "Write to OUT, not to standard output")

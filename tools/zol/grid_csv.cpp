@@ -1,21 +1,9 @@
-#include <charconv>
 #include <cmath>
-#include <string>
 
 #include "tools/zol/grid_writers.h"
 #include "tools/zol/number_text.h"
 
 namespace zol::tool {
-
-namespace {
-
-void write_whole(Output& output, int value) {
-    char text[16];
-    const auto end = std::to_chars(std::begin(text), std::end(text), value);
-    output.Write({text, static_cast<std::size_t>(end.ptr - text)});
-}
-
-}  // namespace
 
 void write_csv(const Grid& grid, bool with_masked, ProgressBar& progress, Output& output) {
     const Lattice& nodes = grid.Nodes();
@@ -29,9 +17,9 @@ void write_csv(const Grid& grid, bool with_masked, ProgressBar& progress, Output
             const int column = i++;
             const bool is_masked = std::isnan(value);
             if (is_masked && !with_masked) continue;
-            write_whole(output, column);
+            output.Write(whole_text(column));
             output.Write(',');
-            write_whole(output, run.j);
+            output.Write(whole_text(run.j));
             output.Write(',');
             output.Write(coordinate_text(nodes.X(column)));
             output.Write(',');

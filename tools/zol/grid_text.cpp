@@ -1,13 +1,9 @@
 #include "tools/zol/grid_text.h"
 
+#include "tools/zol/layout.h"
 #include "tools/zol/number_text.h"
 
 namespace zol::tool {
-
-std::string computed_text(double value) {
-    constexpr int kDigits = 12;
-    return std::string(rounded_text(value, kDigits));
-}
 
 std::string pair_text(double x, double y) {
     std::string text(coordinate_text(x));
@@ -22,13 +18,6 @@ std::string index_text(const NodeIndex& node) {
 
 std::string extent_text(const Lattice& nodes) {
     return pair_text(nodes.first_x, nodes.first_y) + " to " + pair_text(nodes.last_x, nodes.last_y);
-}
-
-void write_pair(JsonWriter& json, double x, double y) {
-    json.BeginList(JsonWriter::Layout::Flat);
-    json.Number(x);
-    json.Number(y);
-    json.EndList();
 }
 
 void write_index(JsonWriter& json, const NodeIndex& node) {

@@ -8,8 +8,6 @@
 
 namespace zol::tool {
 
-/// What is computed from values, without the last digits: those tell of rounding only.
-std::string computed_text(double value);
 /// "1 2.5"
 std::string pair_text(double x, double y);
 /// "(1, 2)"
@@ -17,8 +15,6 @@ std::string index_text(const NodeIndex& node);
 /// "1 2 to 3 4"
 std::string extent_text(const Lattice& nodes);
 
-/// [x, y]
-void write_pair(JsonWriter& json, double x, double y);
 /// [i, j]
 void write_index(JsonWriter& json, const NodeIndex& node);
 /// {"lower": [x, y], "upper": [x, y]}

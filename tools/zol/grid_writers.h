@@ -6,8 +6,8 @@
 
 namespace zol::tool {
 
-/// Rows i,j,x,y,value from the north, west to east. Masked nodes are left out, or have an
-/// empty value where `with_masked` asks for them.
+/// Rows i,j,x,y,z from the north, west to east; z is the value. Masked nodes are left out,
+/// or have an empty z where `with_masked` asks for them.
 void write_csv(const Grid& grid, bool with_masked, ProgressBar& progress, Output& output);
 
 /// An ESRI ASCII grid with xllcenter and yllcenter. Where the cells are not square it has

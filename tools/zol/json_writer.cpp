@@ -1,6 +1,5 @@
 #include "tools/zol/json_writer.h"
 
-#include <charconv>
 #include <cmath>
 
 #include "tools/zol/number_text.h"
@@ -66,9 +65,7 @@ void JsonWriter::Number(double value) {
 }
 
 void JsonWriter::Whole(long long value) {
-    char digits[24];
-    const auto end = std::to_chars(digits, digits + sizeof digits, value);
-    NumberAsWritten({digits, static_cast<std::size_t>(end.ptr - digits)});
+    NumberAsWritten(whole_text(value));
 }
 
 void JsonWriter::NumberAsWritten(std::string_view text) {

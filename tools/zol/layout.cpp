@@ -40,6 +40,18 @@ void write_line(Output& output, std::string line) {
     output.Write('\n');
 }
 
+void write_fact(Output& output, std::size_t width, const std::string& label,
+                std::string_view text) {
+    write_line(output, padded(label, width).append(text));
+}
+
+void write_pair(JsonWriter& json, double x, double y) {
+    json.BeginList(JsonWriter::Layout::Flat);
+    json.Number(x);
+    json.Number(y);
+    json.EndList();
+}
+
 void write_point(JsonWriter& json, const Point& point) {
     json.BeginList(JsonWriter::Layout::Flat);
     json.Number(point.x);

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "tools/zol/mesh_point_rows.h"
 #include "tools/zol/output.h"
+#include "tools/zol/point_rows.h"
 
 namespace zol::tool {
 

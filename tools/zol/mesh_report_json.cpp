@@ -1,3 +1,6 @@
+#include <cstddef>
+#include <utility>
+
 #include "tools/zol/layout.h"
 #include "tools/zol/mesh_attributes.h"
 #include "tools/zol/mesh_report.h"
@@ -34,38 +37,33 @@ void write_fault(JsonWriter& json, const char* key, const EdgeFault& fault) {
     json.EndObject();
 }
 
+/// [3, 8]
+void write_triangles(JsonWriter& json, const std::pair<std::size_t, std::size_t>& pair) {
+    json.BeginList(JsonWriter::Layout::Flat);
+    json.Whole(static_cast<long long>(pair.first));
+    json.Whole(static_cast<long long>(pair.second));
+    json.EndList();
+}
+
 void write_crossings(JsonWriter& json, const CrossingReport& crossings) {
     json.BeginObject(JsonWriter::Layout::Flat);
     write_whole(json, "number", crossings.number);
     write_bool(json, "complete", crossings.is_complete);
     json.Key("first");
-    json.BeginList(JsonWriter::Layout::Flat);
-    json.Whole(static_cast<long long>(crossings.first.first));
-    json.Whole(static_cast<long long>(crossings.first.second));
-    json.EndList();
+    write_triangles(json, crossings.first);
     json.Key("near");
     write_point(json, crossings.near);
     json.EndObject();
 }
 
 void write_second_height(JsonWriter& json, const SecondHeight& found) {
-    const auto [first, second] = found.triangles;
     json.BeginObject(JsonWriter::Layout::Flat);
     json.Key("first");
-    json.BeginList(JsonWriter::Layout::Flat);
-    json.Whole(static_cast<long long>(first));
-    json.Whole(static_cast<long long>(second));
-    json.EndList();
+    write_triangles(json, found.triangles);
     json.Key("at");
-    json.BeginList(JsonWriter::Layout::Flat);
-    json.Number(found.x);
-    json.Number(found.y);
-    json.EndList();
+    write_pair(json, found.x, found.y);
     json.Key("heights");
-    json.BeginList(JsonWriter::Layout::Flat);
-    json.Number(found.heights.first);
-    json.Number(found.heights.second);
-    json.EndList();
+    write_pair(json, found.heights.first, found.heights.second);
     json.EndObject();
 }
 

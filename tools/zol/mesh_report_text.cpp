@@ -9,18 +9,10 @@ namespace zol::tool {
 
 namespace {
 
-void write_fact(Output& output, const char* label, const std::string& text) {
-    constexpr std::size_t kLabelWidth = 14;
-    write_line(output, padded(label, kLabelWidth) + text);
-}
+constexpr std::size_t kLabelWidth = 14;
 
 const char* yes_or_no(bool value) {
     return value ? "yes" : "no";
-}
-
-std::string computed_text(double value) {
-    constexpr int kDigits = 12;
-    return std::string(rounded_text(value, kDigits));
 }
 
 std::string counted(std::size_t number, const char* one, const char* several) {
@@ -37,7 +29,7 @@ std::string fault_text(const EdgeFault& fault, const char* kind) {
 
 void write_edges(const EdgeReport& edges, Output& output) {
     const auto write_fault = [&](const char* label, const EdgeFault& fault, const char* kind) {
-        if (fault.number > 0) write_fact(output, label, fault_text(fault, kind));
+        if (fault.number > 0) write_fact(output, kLabelWidth, label, fault_text(fault, kind));
     };
     write_fault("  border", edges.border, "with one triangle");
     write_fault("  crowded", edges.crowded, "with more than two triangles");
@@ -46,7 +38,7 @@ void write_edges(const EdgeReport& edges, Output& output) {
 }
 
 std::string volume_text(const MeshReport& report) {
-    if (report.volume) return computed_text(*report.volume);
+    if (report.volume) return std::string(computed_text(*report.volume));
     return report.n_triangles == 0 ? "none: there are no triangles" : "none: it is not closed";
 }
 
@@ -105,32 +97,33 @@ void write_attributes(const std::vector<MeshAttribute>& attributes, Output& outp
 }  // namespace
 
 void write_report(const MeshReport& report, Output& output) {
-    write_fact(output, "Mesh", report.name);
-    write_fact(output, "Points", std::to_string(report.n_points));
+    write_fact(output, kLabelWidth, "Mesh", report.name);
+    write_fact(output, kLabelWidth, "Points", std::to_string(report.n_points));
     const std::string degenerate =
         report.n_degenerate == 0 ? ""
                                  : ", " + std::to_string(report.n_degenerate) + " without area";
-    write_fact(output, "Triangles", std::to_string(report.n_triangles) + degenerate);
-    write_fact(output, "Extent", box_text(report.extent));
-    write_fact(output, "Area", computed_text(report.area));
-    write_fact(output, "Volume", volume_text(report));
-    write_fact(output, "Solid", yes_or_no(report.is_solid));
-    write_fact(output, "Consistent", yes_or_no(report.is_consistent));
+    write_fact(output, kLabelWidth, "Triangles", std::to_string(report.n_triangles) + degenerate);
+    write_fact(output, kLabelWidth, "Extent", box_text(report.extent));
+    write_fact(output, kLabelWidth, "Area", computed_text(report.area));
+    write_fact(output, kLabelWidth, "Volume", volume_text(report));
+    write_fact(output, kLabelWidth, "Solid", yes_or_no(report.is_solid));
+    write_fact(output, kLabelWidth, "Consistent", yes_or_no(report.is_consistent));
     write_edges(report.edges, output);
 }
 
 void write_meetings(const MeshMeetings& meetings, Output& output) {
-    write_fact(output, "Surface", surface_text(meetings));
-    write_fact(output, "Crossing", meetings.crossings ? crossings_text(*meetings.crossings) : "no");
+    write_fact(output, kLabelWidth, "Surface", surface_text(meetings));
+    write_fact(output, kLabelWidth, "Crossing",
+               meetings.crossings ? crossings_text(*meetings.crossings) : "no");
 }
 
 void write_look(const Mesh& mesh, Output& output) {
     const Appearance look = mesh.Look();
     const auto& [red, green, blue] = look.colour;
-    write_fact(output, "Colour",
+    write_fact(output, kLabelWidth, "Colour",
                std::to_string(red) + ' ' + std::to_string(green) + ' ' + std::to_string(blue));
-    write_fact(output, "Translucency", translucency_text(look));
-    write_fact(output, "Texture", look.is_textured ? look.texture : "none");
+    write_fact(output, kLabelWidth, "Translucency", translucency_text(look));
+    write_fact(output, kLabelWidth, "Texture", look.is_textured ? look.texture : "none");
     write_attributes(attributes_of(mesh), output);
 }
 

@@ -1,6 +1,3 @@
-#include <charconv>
-#include <string_view>
-
 #include "tools/zol/mesh_normal.h"
 #include "tools/zol/mesh_writers.h"
 #include "tools/zol/number_text.h"
@@ -18,12 +15,6 @@ void write_coordinates(Output& output, const Point& point, char between) {
     output.Write(number_text(point.z));
 }
 
-void write_whole(Output& output, long long value) {
-    char text[24];
-    const auto end = std::to_chars(std::begin(text), std::end(text), value);
-    output.Write({text, static_cast<std::size_t>(end.ptr - text)});
-}
-
 }  // namespace
 
 void write_obj(const Mesh& mesh, ProgressBar& progress, Output& output) {
@@ -36,7 +27,7 @@ void write_obj(const Mesh& mesh, ProgressBar& progress, Output& output) {
         output.Write('f');
         for (const int corner : triangle) {
             output.Write(' ');
-            write_whole(output, corner + 1LL);
+            output.Write(whole_text(corner + 1LL));
         }
         output.Write('\n');
     });

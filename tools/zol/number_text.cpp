@@ -41,9 +41,21 @@ NumberText rounded_text(double value, int digits) {
     return number_text(rounded);
 }
 
+NumberText computed_text(double value) {
+    constexpr int kDigits = 12;
+    return rounded_text(value, kDigits);
+}
+
 NumberText coordinate_text(double value) {
     constexpr int kDigits = 15;
     return rounded_text(value, kDigits);
+}
+
+NumberText whole_text(long long value) {
+    NumberText text;
+    const auto end = std::to_chars(std::begin(text.characters), std::end(text.characters), value);
+    text.length = static_cast<unsigned char>(end.ptr - text.characters);
+    return text;
 }
 
 std::optional<double> parse_number(std::string_view text) {

@@ -22,8 +22,12 @@ NumberText number_text(float value);
 
 /// A computed number for a person: rounded to so many digits, at most 17.
 NumberText rounded_text(double value, int digits);
+/// What is computed from values, without the last digits: those tell of rounding only.
+NumberText computed_text(double value);
 /// A coordinate that was computed: with 15 digits, where 0.1 + 0.2 is "0.3".
 NumberText coordinate_text(double value);
+
+NumberText whole_text(long long value);
 
 /// A whole text as a finite decimal number; nothing when it is not one.
 std::optional<double> parse_number(std::string_view text);

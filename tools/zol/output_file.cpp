@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -41,9 +42,10 @@ std::string resolved(const std::string& file) {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& file, const std::string& source)
+OutputFile::OutputFile(const std::string& file, const std::vector<std::string>& sources)
     : name_("'" + file + "'") {
-    if (is_source(file, source)) {
+    if (std::any_of(sources.begin(), sources.end(),
+                    [&](const std::string& source) { return is_source(file, source); })) {
         throw UsageError(name_ + " is the file that is read, and stays as it is.");
     }
     std::error_code ignored;
@@ -79,6 +81,18 @@ void OutputFile::Finish() {
     if (unfinished_.empty()) return;
     if (std::rename(unfinished_.c_str(), target_.c_str()) != 0) fail(name_);
     unfinished_.clear();
+}
+
+void write_to(const std::optional<std::string>& to, const std::vector<std::string>& sources,
+              Output& output, const std::function<void(Output&)>& write) {
+    if (!to) return write(output);
+    OutputFile file(*to, sources);
+    write(file.Stream());
+    file.Finish();
+}
+
+ProgressBar::Meanwhile meanwhile_of(const std::optional<std::string>& to) {
+    return to ? ProgressBar::Meanwhile::Nothing : ProgressBar::Meanwhile::Rows;
 }
 
 }  // namespace zol::tool

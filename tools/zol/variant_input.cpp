@@ -23,8 +23,6 @@ namespace zol::tool {
 
 namespace {
 
-constexpr std::string_view kMagic = "ZELMAR";
-
 std::string content_of(const std::string& file) {
     std::error_code ignored;
     if (!std::filesystem::exists(file, ignored)) {
@@ -130,7 +128,8 @@ VariantInput read_clear(const std::string& file, Bytes body) {
 
 VariantInput read_binary(const std::string& file, std::string content) {
     if (content.size() <= kHeaderSize) {
-        throw ReadFailure(file + ": a header of 84 bytes and a record are needed, and there are " +
+        throw ReadFailure(file + ": a header of " + std::to_string(kHeaderSize) +
+                          " bytes and a record are needed, and there are " +
                           std::to_string(content.size()) + " bytes.");
     }
     HeaderBytes header{};
@@ -148,8 +147,8 @@ VariantInput read_binary(const std::string& file, std::string content) {
 
 VariantInput read_variant(const std::string& file) {
     std::string content = content_of(file);
-    const bool is_binary = content.starts_with(kMagic);
-    return is_binary ? read_binary(file, std::move(content)) : read_text(file, std::move(content));
+    return header_HasMagic(content) ? read_binary(file, std::move(content))
+                                    : read_text(file, std::move(content));
 }
 
 }  // namespace zol::tool

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "tools/zol/block_model.h"
-#include "tools/zol/mesh_cell_rows.h"
+#include "tools/zol/cell_rows.h"
 
 namespace zol::tool {
 

@@ -1,4 +1,4 @@
-#include "tools/zol/mesh_cell_rows.h"
+#include "tools/zol/cell_rows.h"
 
 #include <algorithm>
 #include <cerrno>

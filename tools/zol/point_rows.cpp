@@ -1,4 +1,4 @@
-#include "tools/zol/mesh_point_rows.h"
+#include "tools/zol/point_rows.h"
 
 #include <algorithm>
 #include <string_view>
