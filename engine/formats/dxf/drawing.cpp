@@ -160,6 +160,10 @@ std::size_t Drawing::ObjectCount() const {
     return data_->objects.Size();
 }
 
+std::span<const std::uint32_t> Drawing::TrueColours() const {
+    return data_->true_colours;
+}
+
 std::span<const DrawingSkip> Drawing::Skipped() const {
     return data_->skipped;
 }

@@ -49,6 +49,16 @@ std::uint16_t DrawingBuilder::LineType(std::string_view raw) {
     return line_of_folded_name_[key] = ++line_type_count_;
 }
 
+std::uint32_t DrawingBuilder::TrueColour(const Entity& entity) {
+    // With the numbered ones no more than a table of 65,536.
+    constexpr std::size_t kMostColours = 65280;
+    const std::uint32_t colour = static_cast<std::uint32_t>(entity.Whole(420)) & 0xFFFFFFU;
+    if (data_->true_colours.size() < kMostColours && known_true_colours_.insert(colour).second) {
+        data_->true_colours.push_back(colour);
+    }
+    return colour;
+}
+
 std::uint32_t DrawingBuilder::Name(const std::string& name) {
     const auto next = static_cast<std::uint32_t>(data_->names.size());
     const auto [entry, is_new] = place_of_name_.try_emplace(name, next);
@@ -97,7 +107,7 @@ DrawingRecord DrawingBuilder::Record(const Entity& entity, std::uint8_t primitiv
     record.colour = static_cast<std::int16_t>(
         colour >= kColourByBlock && colour <= kColourByLayer ? colour : kColourOfNothing);
     if (entity.Has(420)) {
-        record.true_colour = static_cast<std::uint32_t>(entity.Whole(420)) & 0xFFFFFFU;
+        record.true_colour = TrueColour(entity);
         record.colour = static_cast<std::int16_t>(nearest_colour_index(record.true_colour));
     }
     record.line_type = entity.Has(6) ? LineType(entity.Text(6)) : kLineByLayer;

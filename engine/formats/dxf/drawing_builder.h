@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "engine/formats/dxf/colour_index.h"
@@ -42,6 +43,8 @@ public:
     std::uint32_t Layer(std::string_view raw);
     /// The place of a line type among all, from 1; 0 for the unbroken one.
     std::uint16_t LineType(std::string_view raw);
+    /// The entity's colour of red, green and blue, which it has to have.
+    std::uint32_t TrueColour(const Entity& entity);
     /// The place of a name in the list of names.
     std::uint32_t Name(const std::string& name);
     DrawingLetters Letters(std::string_view text);
@@ -87,6 +90,7 @@ private:
     std::uint32_t last_layer_ = kNone;
     std::unordered_map<std::string, std::uint16_t> line_of_folded_name_;
     std::uint16_t line_type_count_ = 0;
+    std::unordered_set<std::uint32_t> known_true_colours_;
     std::unordered_map<std::string, std::uint32_t> place_of_name_;
     std::map<std::string, std::uint64_t, std::less<>> skipped_;
     std::unordered_map<std::string, TextStyle> text_styles_;

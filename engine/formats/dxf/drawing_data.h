@@ -154,6 +154,7 @@ struct DrawingData {
     GrowingArray<StoredField> fields;
     GrowingArray<char> letters;
     std::vector<std::string> names;
+    std::vector<std::uint32_t> true_colours;
     std::vector<DrawingSkip> skipped;
     /// The objects sorted by layer; those of a layer begin at `first_of_layer`.
     std::vector<std::uint32_t> objects_by_layer;

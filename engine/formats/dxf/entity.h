@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "engine/formats/dxf/tag_reader.h"
-#include "engine/formats/dxf/vector3.h"
+#include "engine/formats/vector3.h"
 
 namespace zol::engine {
 

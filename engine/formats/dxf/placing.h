@@ -1,7 +1,7 @@
 // How coordinates of an object, a block or a plane become those of the drawing.
 #pragma once
 
-#include "engine/formats/dxf/vector3.h"
+#include "engine/formats/vector3.h"
 
 namespace zol::engine {
 

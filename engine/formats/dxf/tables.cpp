@@ -33,7 +33,7 @@ void read_layer(const Entity& row, DrawingBuilder& builder) {
     layer.is_off = colour < 0;
     const int index = colour < 0 && colour > -256 ? -colour : colour;
     layer.colour = index >= 1 && index <= 255 ? index : kColourOfNothing;
-    if (row.Has(420)) layer.true_colour = static_cast<std::uint32_t>(row.Whole(420)) & 0xFFFFFFU;
+    if (row.Has(420)) layer.true_colour = builder.TrueColour(row);
     const int flags = row.Whole(70);
     layer.is_frozen = (flags & kFrozen) != 0;
     layer.is_locked = (flags & kLocked) != 0;
