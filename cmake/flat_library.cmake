@@ -4,6 +4,7 @@ add_library(zolExportedApi_ReadOnly SHARED)
 target_link_libraries(zolExportedApi_ReadOnly PRIVATE
     zol_api zol_api_tick
     zol_block_family zolBlockExport
+    zol_design_family zolDesignExport
     zol_tri_family zolTriangulationExport zol_support_ground
     zol_grid_family zolGridExport
     zolGeometryExport)

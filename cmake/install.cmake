@@ -14,7 +14,8 @@ target_include_directories(zolExportedApi_ReadOnly INTERFACE
 
 install(TARGETS
     zolExportedApi_ReadOnly
-    zolBlockExport zolTriangulationExport zolGridExport zolGeometryExport ZelmarDevAExport
+    zolBlockExport zolDesignExport zolTriangulationExport zolGridExport zolGeometryExport
+    ZelmarDevAExport
     EXPORT zolTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 # Loaded by the grid library when a raster is opened.

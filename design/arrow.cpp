@@ -4,7 +4,7 @@
 // rest fails with 1 and says "Object not 3D text.", though nothing here has to do with text.
 // Callers know both so.
 #include "api/guard.h"
-#include "design/flat_functions.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "design/kinds.h"
 #include "platform/zolDesignExport.h"
 

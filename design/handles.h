@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "api/guard.h"
-#include "design/flat_functions.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "platform/zolDesignExport.h"
 
 struct DatabaseHandle {

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "api/guard.h"
-#include "design/flat_functions.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "design/handles.h"
 #include "platform/zolDesignExport.h"
 

@@ -8,7 +8,7 @@
 #include "api/guard.h"
 #include "api/index.h"
 #include "api/marshalling.h"
-#include "design/flat_functions.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "design/handles.h"
 #include "platform/zolDesignExport.h"
 

@@ -3,8 +3,8 @@
 
 #include "api/guard.h"
 #include "api/marshalling.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "design/colour_table.h"
-#include "design/flat_functions.h"
 #include "design/handles.h"
 #include "platform/zolDesignExport.h"
 

@@ -1,7 +1,7 @@
 // Dimensions along an arc: of its length, and of an angle.
 #include "api/guard.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "design/dimension.h"
-#include "design/flat_functions.h"
 #include "design/kinds.h"
 #include "platform/zolDesignExport.h"
 

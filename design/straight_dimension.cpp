@@ -1,7 +1,7 @@
 // Dimensions along a line: of a distance, and of a radius or a diameter.
 #include "api/guard.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "design/dimension.h"
-#include "design/flat_functions.h"
 #include "design/kinds.h"
 #include "platform/zolDesignExport.h"
 

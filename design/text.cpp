@@ -1,7 +1,7 @@
 // Texts that lie in the plan.
 #include "api/guard.h"
 #include "api/marshalling.h"
-#include "design/flat_functions.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "design/kinds.h"
 #include "design/text_records.h"
 #include "platform/zolDesignExport.h"

@@ -4,7 +4,7 @@
 #include <array>
 #include <memory>
 
-#include "design/flat_functions.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "tests/api/export_sweep.h"
 #include "tests/doubles/scripted_design.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "design/flat_functions.h"
+#include "api/zolExportedApi_ReadOnly.h"
 #include "design/handles.h"
 #include "tests/api/pending_error.h"
 #include "tests/design/export_table.h"

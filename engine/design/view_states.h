@@ -1,0 +1,24 @@
+// What the views of an object answer from.
+#pragma once
+
+#include "engine/design/object_record.h"
+#include "platform/zolDesignViews.h"
+
+namespace zol::design {
+
+struct ObjectPolyline::State : engine::design::PolylineShape {};
+
+struct ObjectText::State : engine::DrawingText {};
+
+struct Object3DText::State : engine::DrawingText {};
+
+struct ObjectArrow::State : engine::DrawingArrow {};
+
+struct ObjectDimension::State : engine::DrawingDimension {};
+
+/// As a point of a design, with nothing but its place.
+inline Point point_of(const engine::Vector3& place) {
+    return {place[0], place[1], place[2]};
+}
+
+}  // namespace zol::design
