@@ -82,34 +82,31 @@ private:
 
 class ColourColumn final : public Column {
 public:
-    explicit ColourColumn(Omf1Columns::Shared<std::vector<Colour>> colours)
+    explicit ColourColumn(Omf1Columns::Shared<std::vector<Omf1Colour>> colours)
         : colours_(std::move(colours)) {}
 
     double Number(std::int64_t) override { return kMissing; }
     std::string Text(std::int64_t block) override {
-        const std::vector<Colour>* colours = colours_->Get();
+        const std::vector<Omf1Colour>* colours = colours_->Get();
         return colours == nullptr ? "" : colour_text((*colours)[static_cast<std::size_t>(block)]);
     }
 
 private:
-    Omf1Columns::Shared<std::vector<Colour>> colours_;
+    Omf1Columns::Shared<std::vector<Omf1Colour>> colours_;
 };
 
 class TextColumn final : public Column {
 public:
-    explicit TextColumn(Omf1Columns::Shared<Texts> texts) : texts_(std::move(texts)) {}
+    explicit TextColumn(Omf1Columns::Shared<Omf1Texts> texts) : texts_(std::move(texts)) {}
 
     double Number(std::int64_t) override { return kMissing; }
     std::string Text(std::int64_t block) override {
-        const Texts* texts = texts_->Get();
-        if (texts == nullptr) return {};
-        const auto index = static_cast<std::size_t>(block);
-        const std::size_t start = index == 0 ? 0 : texts->ends[index - 1];
-        return texts->bytes.substr(start, texts->ends[index] - start);
+        const Omf1Texts* texts = texts_->Get();
+        return texts == nullptr ? std::string() : texts->At(static_cast<std::size_t>(block));
     }
 
 private:
-    Omf1Columns::Shared<Texts> texts_;
+    Omf1Columns::Shared<Omf1Texts> texts_;
 };
 
 template <typename T>
@@ -180,10 +177,10 @@ std::unique_ptr<Column> Omf1Columns::MakeTexts(const JsonValue& reference,
                                                std::string_view array_class) {
     const std::string uuid = reference.Text();
     const JsonValue array = document_->Follow(reference, {array_class});
-    Shared<Texts>& texts = texts_[uuid];
+    Shared<Omf1Texts>& texts = texts_[uuid];
     if (!texts) {
         check_texts(array, n_blocks_);
-        texts = std::make_shared<Lazy<Texts>>(
+        texts = std::make_shared<Lazy<Omf1Texts>>(
             file_->Path(),
             [file = file_, uuid, count = n_blocks_] { return read_texts(*file, uuid, count); });
     }

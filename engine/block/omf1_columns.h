@@ -12,12 +12,12 @@
 #include <unordered_map>
 #include <vector>
 
-#include "engine/block/omf1_values.h"
 #include "engine/block/variable.h"
 #include "engine/formats/file.h"
 #include "engine/formats/json.h"
 #include "engine/formats/lazy.h"
 #include "engine/formats/omf1_file.h"
+#include "engine/formats/omf1_values.h"
 
 namespace zol::engine::block {
 
@@ -69,9 +69,9 @@ private:
     ByPlace<std::unique_ptr<double[]>> doubles_;
     ByPlace<std::unique_ptr<std::int64_t[]>> integers_;
     ByPlace<std::vector<std::int32_t>> codes_;
-    ByPlace<std::vector<Colour>> colours_;
+    ByPlace<std::vector<Omf1Colour>> colours_;
     // Of inline lists whose items were found good, by UUID.
-    std::unordered_map<std::string, Shared<Texts>> texts_;
+    std::unordered_map<std::string, Shared<Omf1Texts>> texts_;
 };
 
 }  // namespace zol::engine::block

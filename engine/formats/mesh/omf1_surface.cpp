@@ -1,118 +1,30 @@
 #include "engine/formats/mesh/omf1_surface.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstring>
-#include <optional>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
 #include "engine/formats/json.h"
 #include "engine/formats/mesh/mesh_attributes.h"
-#include "engine/formats/mesh/mesh_limits.h"
 #include "engine/formats/mesh/omf1_grid_surface.h"
 #include "engine/formats/omf1_elements.h"
 #include "engine/formats/omf1_file.h"
-#include "engine/formats/read_error.h"
+#include "engine/formats/omf1_geometry.h"
+#include "engine/formats/omf1_values.h"
 
 namespace zol::engine {
 
 namespace {
 
-using Vector = std::array<double, 3>;
-
-Vector origin_of(const Omf1Document& document, const JsonValue& geometry) {
-    Vector origin = read_vector(geometry, "origin", {0, 0, 0});
-    const Vector project = read_vector(document.Project(), "origin", {0, 0, 0});
-    for (std::size_t i = 0; i < origin.size(); ++i) origin[i] += project[i];
-    if (!are_coordinates(origin)) geometry.Refuse("lies too far out for its project");
-    return origin;
-}
-
-/// Fills the list with rows of `row` bytes, which nothing but the stream itself counts; `T`
-/// may be smaller than a row. Gives how many rows they are.
-template <class T>
-std::size_t inflate_rows(const File& file, const Omf1Blob& blob, std::size_t row,
-                         GrowingArray<T>& list) {
-    const std::uint64_t most = std::min(most_bytes_in(blob), kMostMeshElements * row);
-    // Coordinates compress little. What is not written to takes no memory.
-    std::uint64_t room = std::min(most, 4 * blob.length + row);
-    for (;;) {
-        list.SetSize(static_cast<std::size_t>(room / sizeof(T) + 1));
-        const std::optional<std::size_t> bytes =
-            inflate_at_most(file, blob, list.View().data(), static_cast<std::size_t>(room));
-        if (bytes) {
-            if (*bytes % row != 0) {
-                throw ReadError(blob.name + " holds " + std::to_string(*bytes) +
-                                " bytes, which are no rows of " + std::to_string(row));
-            }
-            return *bytes / row;
-        }
-        if (room == most) {
-            throw ReadError(blob.name + " holds more than " + std::to_string(kMostMeshElements) +
-                            " rows");
-        }
-        room = std::min(most, 4 * room);
-    }
-}
-
-/// Indices are stored in 64 bits, and become 32 where they are, so that there is no second
-/// list of them.
-void read_triangles(const File& file, const Omf1Document& document, const JsonValue& reference,
-                    GrowingArray<MeshTriangle>& triangles) {
-    using Row = std::array<std::int64_t, 3>;
-    const Omf1Blob blob = document.Blob(reference, {"Int3Array"});
-    if (blob.type != Omf1Blob::Type::Int64) reference.Refuse("refers to no whole numbers");
-    const std::size_t count = inflate_rows(file, blob, sizeof(Row), triangles);
-    for (std::size_t i = 0; i < count; ++i) {
-        Row row;
-        std::memcpy(row.data(),
-                    reinterpret_cast<const std::byte*>(triangles.View().data()) + i * sizeof(Row),
-                    sizeof row);
-        for (std::size_t c = 0; c < 3; ++c) {
-            if (row[c] < 0 || row[c] >= static_cast<std::int64_t>(kMostMeshElements)) {
-                throw ReadError("triangle " + std::to_string(i) + " names point " +
-                                std::to_string(row[c]));
-            }
-            triangles[i][c] = static_cast<std::int32_t>(row[c]);
-        }
-    }
-    triangles.SetSize(count);
-    triangles.Trim();
-}
-
-void read_points(const File& file, const Omf1Document& document, const JsonValue& geometry,
-                 GrowingArray<MeshPoint>& points) {
-    const Vector origin = origin_of(document, geometry);
-    const JsonValue reference = geometry.Get("vertices");
-    const Omf1Blob blob = document.Blob(reference, {"Vector3Array"});
-    if (blob.type != Omf1Blob::Type::Float64) reference.Refuse("refers to no coordinates");
-    points.SetSize(inflate_rows(file, blob, sizeof(MeshPoint), points));
-    points.Trim();
-    for (std::size_t i = 0; i < points.Size(); ++i) {
-        for (std::size_t axis = 0; axis < 3; ++axis) points[i][axis] += origin[axis];
-        if (!are_coordinates(points[i])) {
-            throw ReadError("point " + std::to_string(i) + ": " + kNoCoordinates);
-        }
-    }
-}
-
 MeshData read_surface(const File& file, const Omf1Document& document, const JsonValue& geometry) {
     MeshData mesh;
-    read_triangles(file, document, geometry.Get("triangles"), mesh.triangles);
-    read_points(file, document, geometry, mesh.points);
-    const auto points = static_cast<std::int64_t>(mesh.points.Size());
-    for (std::size_t i = 0; i < mesh.triangles.Size(); ++i) {
-        const std::int32_t last =
-            *std::max_element(mesh.triangles[i].begin(), mesh.triangles[i].end());
-        if (last >= points) {
-            throw ReadError("triangle " + std::to_string(i) + " names point " +
-                            std::to_string(last) + "; there are " + std::to_string(points));
-        }
-    }
+    read_indices(file, document, geometry.Get("triangles"), "Int3Array", "triangle",
+                 mesh.triangles);
+    read_vertices(file, document, geometry, mesh.points);
+    check_indices(mesh.triangles, "triangle", mesh.points.Size());
     add_source({.format = "OMF 1",
-                .points = points,
+                .points = static_cast<std::int64_t>(mesh.points.Size()),
                 .faces = static_cast<std::int64_t>(mesh.triangles.Size())},
                mesh);
     return mesh;
@@ -130,17 +42,7 @@ MeshData read_grid(const File& file, const Omf1Document& document, const JsonVal
 }
 
 void read_look(const Omf1Document& document, const JsonValue& element, MeshLook& look) {
-    if (const auto colour = element.Find("color")) {
-        std::array<std::uint8_t, 3> channels{};
-        const std::vector<double> numbers = colour->Numbers(3);
-        for (std::size_t i = 0; i < channels.size(); ++i) {
-            if (!(numbers[i] >= 0.0 && numbers[i] <= 255.0)) {
-                colour->At(i).Refuse("is not from 0 to 255");
-            }
-            channels[i] = static_cast<std::uint8_t>(std::lround(numbers[i]));
-        }
-        look.colour = channels;
-    }
+    look.colour = element_colour(element);
     if (const auto textures = element.Find("textures"); textures && textures->Size() > 0) {
         const auto name = document.Follow(textures->At(0), {"ImageTexture"}).Find("name");
         look.texture = name && !name->Text().empty() ? name->Text() : "texture 1";

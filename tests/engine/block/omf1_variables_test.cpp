@@ -150,7 +150,7 @@ TEST(Omf1Variables, RefusesDataThatCanNotBeOnItsCells) {
         {"Legend", "ScalarArray", blob, "", "refers to a Legend"},
         {"ScalarData", "ScalarArray", blob, "\"location\":null", "has no \"location\""},
         {"ColorData", "Int3Array", blob, "", "does not hold whole numbers"},
-        {"StringData", "StringArray", R"(["a"])", "", "has 1 items for 6 blocks"},
+        {"StringData", "StringArray", R"(["a"])", "", "has 1 items, 6 are expected"},
         {"StringData", "StringArray", R"(["a","b","c","d","e",7])", "", "[5] is a number"},
         {"ColorData", "ColorArray", "[[1,2],null,null,null,null,null]", "", "[0] is no colour"},
         {"MappedData", "ScalarArray", blob, R"("legends":["v"])", "refers to a VolumeElement"},

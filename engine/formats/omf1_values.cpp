@@ -1,4 +1,4 @@
-#include "engine/block/omf1_values.h"
+#include "engine/formats/omf1_values.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +9,7 @@
 #include "engine/formats/number_text.h"
 #include "engine/formats/read_error.h"
 
-namespace zol::engine::block {
+namespace zol::engine {
 
 namespace {
 
@@ -35,25 +35,27 @@ std::vector<std::int32_t> codes_of(const File& file, const Omf1Blob& blob, std::
     return codes;
 }
 
-std::uint8_t clip(std::int64_t channel) {
-    return static_cast<std::uint8_t>(std::clamp<std::int64_t>(channel, 0, 255));
+std::optional<Omf1Colour> item_colour(const JsonValue& item) {
+    if (item.IsNull()) return std::nullopt;
+    if (item.Size() != 3) item.Refuse("is no colour");
+    return clipped({item.At(0).Whole(), item.At(1).Whole(), item.At(2).Whole()});
 }
 
 JsonValue inline_list(const JsonValue& array, std::size_t count) {
     const JsonValue list = array.Get("array");
     if (list.Size() != count) {
-        list.Refuse("has " + std::to_string(list.Size()) + " items for " + std::to_string(count) +
-                    " blocks");
+        list.Refuse("has " + std::to_string(list.Size()) + " items, " + std::to_string(count) +
+                    " are expected");
     }
     return list;
 }
 
 std::string item_text(const JsonValue& item, bool colours) {
-    if (item.IsNull()) return {};
-    if (!colours) return item.Text();
-    if (item.Size() != 3) item.Refuse("is no colour");
-    return colour_text(
-        {clip(item.At(0).Whole()), clip(item.At(1).Whole()), clip(item.At(2).Whole())});
+    if (colours) {
+        const std::optional<Omf1Colour> colour = item_colour(item);
+        return colour ? colour_text(*colour) : std::string();
+    }
+    return item.IsNull() ? std::string() : item.Text();
 }
 
 template <typename Visit>
@@ -70,7 +72,21 @@ std::vector<std::int32_t> read_codes(const File& file, const Omf1Blob& blob, std
                                               : codes_of<double>(file, blob, count);
 }
 
-std::string colour_text(const Colour& colour) {
+std::optional<Omf1Colour> element_colour(const JsonValue& element) {
+    const std::optional<JsonValue> value = element.Find("color");
+    if (!value) return std::nullopt;
+    Omf1Colour colour{};
+    const std::vector<double> channels = value->Numbers(colour.size());
+    for (std::size_t i = 0; i < colour.size(); ++i) {
+        if (!(channels[i] >= 0.0 && channels[i] <= 255.0)) {
+            value->At(i).Refuse("is not from 0 to 255");
+        }
+        colour[i] = static_cast<std::uint8_t>(std::lround(channels[i]));
+    }
+    return colour;
+}
+
+std::string colour_text(const Omf1Colour& colour) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::string text = "#";
     for (const std::uint8_t channel : colour) {
@@ -80,11 +96,19 @@ std::string colour_text(const Colour& colour) {
     return text + "FF";
 }
 
-std::vector<Colour> read_colours(const File& file, const Omf1Blob& blob, std::size_t count) {
+Omf1Colour clipped(const std::array<std::int64_t, 3>& channels) {
+    Omf1Colour colour{};
+    std::transform(channels.begin(), channels.end(), colour.begin(), [](std::int64_t channel) {
+        return static_cast<std::uint8_t>(std::clamp<std::int64_t>(channel, 0, 255));
+    });
+    return colour;
+}
+
+std::vector<Omf1Colour> read_colours(const File& file, const Omf1Blob& blob, std::size_t count) {
     const auto channels = inflate_items<std::int64_t>(file, blob, 3 * count);
-    std::vector<Colour> colours(count);
+    std::vector<Omf1Colour> colours(count);
     for (std::size_t i = 0; i < count; ++i) {
-        colours[i] = {clip(channels[3 * i]), clip(channels[3 * i + 1]), clip(channels[3 * i + 2])};
+        colours[i] = clipped({channels[3 * i], channels[3 * i + 1], channels[3 * i + 2]});
     }
     return colours;
 }
@@ -93,16 +117,26 @@ void check_texts(const JsonValue& array, std::size_t count) {
     for_each_text(array, count, [](const std::string&) {});
 }
 
-Texts read_texts(const File& file, const std::string& uuid, std::size_t count) {
-    if (!file.IsUnchanged()) throw ReadError("the file was changed after it was opened");
-    const Omf1Document document(file);
-    Texts texts;
-    texts.ends.reserve(count);
-    for_each_text(document.Object(uuid), count, [&](const std::string& text) {
+Omf1Texts read_texts(const JsonValue& array, std::size_t count) {
+    Omf1Texts texts;
+    for_each_text(array, count, [&](const std::string& text) {
         texts.bytes += text;
         texts.ends.push_back(texts.bytes.size());
     });
     return texts;
 }
 
-}  // namespace zol::engine::block
+std::vector<std::optional<Omf1Colour>> read_listed_colours(const JsonValue& array) {
+    const JsonValue list = array.Get("array");
+    std::vector<std::optional<Omf1Colour>> colours(list.Size());
+    for (std::size_t i = 0; i < colours.size(); ++i) colours[i] = item_colour(list.At(i));
+    return colours;
+}
+
+Omf1Texts read_texts(const File& file, const std::string& uuid, std::size_t count) {
+    if (!file.IsUnchanged()) throw ReadError("the file was changed after it was opened");
+    const Omf1Document document(file);
+    return read_texts(document.Object(uuid), count);
+}
+
+}  // namespace zol::engine
