@@ -908,8 +908,8 @@ ZOL_EXPORTED int ZOL_Database_GetName(DatabaseHandle* handle, char* buffer);
 ZOL_EXPORTED int ZOL_Database_NLayers(DatabaseHandle* handle);
 
 /**
- * Tells whether a database has a layer of this name, hidden or not. The name is taken as it
- * stands, unlike in ZOL_Database_GetLayerByName.
+ * Tells whether a database has a layer of this name, hidden or not. Blanks round the name
+ * count, unlike in ZOL_Database_GetLayerByName; in a drawing the case of A to Z does not.
  * handle    in. Borrowed for this call.
  * name      in. Borrowed for this call.
  * Results:
@@ -951,8 +951,8 @@ ZOL_EXPORTED int ZOL_Database_GetLayerNameByIndex(DatabaseHandle* handle, const 
 ZOL_EXPORTED LayerHandle* ZOL_Database_GetLayerByIndex(DatabaseHandle* handle, const int* index);
 
 /**
- * A layer by its name, hidden or not. Blanks round the name and the case of its letters don't
- * count.
+ * A layer by its name, hidden or not. Blanks round the name don't count, nor, in a drawing,
+ * the case of A to Z.
  * handle    in. Borrowed for this call.
  * name      in. Borrowed for this call.
  * Results:

@@ -60,7 +60,8 @@ class ZOL_PLATFORM Point {
 public:
     Point(double x, double y, double z);
     /// `w` is the bulge of the segment that begins here: the tangent of a quarter of its
-    /// angle, 0 for a straight one. `t` is 1 where a segment leads here, 0 where none does.
+    /// angle, 0 for a straight one. `t` is 1 where a segment leads here from the point before, 0
+    /// at the first point.
     Point(double x, double y, double z, double w, std::int32_t t, std::string name);
     Point(const Point& other);
     Point& operator=(const Point& other);

@@ -8,75 +8,76 @@ using engine::Vector3;
 
 namespace {
 
-/// As drawings show them.
-constexpr double kWidthOfLength = 1.0 / 3.0;
-
-double relative(double part, const ObjectArrow::State& arrow) {
-    const Vector3 way = engine::minus(arrow.points.back(), arrow.points.front());
-    const double distance = engine::length(way);
-    return distance > 0 ? part / distance : 0;
-}
-
-double scaled_length(const ObjectArrow::State& arrow) {
-    return arrow.head_length * arrow.scale;
+ArrowHead head_of(double length) {
+    // As drawings show them.
+    return {length, length / 3};
 }
 
 }  // namespace
+
+ObjectArrow::State::State(engine::DrawingArrow whole)
+    : arrow(std::move(whole)),
+      scaled(head_of(arrow.head_length * arrow.scale)),
+      plain(head_of(arrow.head_length)) {
+    const Vector3 way = engine::minus(arrow.points.back(), arrow.points.front());
+    const double distance = engine::length(way);
+    if (distance > 0) relative = {scaled.length / distance, scaled.width / distance};
+}
 
 ObjectArrow::ObjectArrow(std::shared_ptr<const State> state) : state_(std::move(state)) {}
 
 ObjectArrow::~ObjectArrow() = default;
 
 Point ObjectArrow::GetStart() const {
-    return point_of(state_->points.front());
+    return point_of(state_->arrow.points.front());
 }
 
 Point ObjectArrow::GetEnd() const {
-    return point_of(state_->points.back());
+    return point_of(state_->arrow.points.back());
 }
 
 Point ObjectArrow::GetNormal() const {
-    return point_of(state_->normal);
+    return point_of(state_->arrow.normal);
 }
 
 bool ObjectArrow::GetArrowFlagA() const {
-    return state_->has_head;
+    return state_->arrow.has_head;
 }
 
 bool ObjectArrow::GetArrowFlagB() const {
-    return state_->is_curved;
+    return state_->arrow.is_curved;
 }
 
 std::int32_t ObjectArrow::GetArrowCodeA() const {
-    return state_->annotation;
+    return state_->arrow.annotation;
 }
 
 double ObjectArrow::GetScaledHeadFirst() const {
-    return scaled_length(*state_);
+    return state_->scaled.length;
 }
 
 double ObjectArrow::GetHeadFirst() const {
-    return state_->head_length;
+    return state_->plain.length;
 }
 
 double ObjectArrow::GetScaledHeadSecond() const {
-    return scaled_length(*state_) * kWidthOfLength;
+    return state_->scaled.width;
 }
 
 double ObjectArrow::GetHeadSecond() const {
-    return state_->head_length * kWidthOfLength;
+    return state_->plain.width;
 }
 
 double ObjectArrow::GetRelativeHeadFirst() const {
-    return relative(scaled_length(*state_), *state_);
+    return state_->relative.length;
 }
 
 double ObjectArrow::GetRelativeHeadSecond() const {
-    return relative(scaled_length(*state_) * kWidthOfLength, *state_);
+    return state_->relative.width;
 }
 
 std::int32_t ObjectArrow::GetArrowCodeB() const {
-    return state_->hook;
+    return state_->arrow.hook;
 }
 
 }  // namespace zol::design

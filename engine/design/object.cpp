@@ -30,8 +30,7 @@ using View =
     std::variant<std::monostate, ObjectPolyline, ObjectText, Object3DText, ObjectArrow,
                  DimensionLine, ObjectDimensionRadius, ObjectDimensionArc, ObjectDimensionAngle>;
 
-// In the order of the views, which is that of the numbers that callers see but for arrows,
-// which stand behind texts there too.
+// In the order of the views.
 constexpr std::array kTypes = {
     ObjectType::kUnknown,         ObjectType::kPolyline,     ObjectType::kText,
     ObjectType::k3DText,          ObjectType::kArrow,        ObjectType::kDimensionLine,

@@ -12,7 +12,20 @@ struct ObjectText::State : engine::DrawingText {};
 
 struct Object3DText::State : engine::DrawingText {};
 
-struct ObjectArrow::State : engine::DrawingArrow {};
+/// A head is computed once, where the rounding is known to be the usual one.
+struct ArrowHead {
+    double length = 0;
+    double width = 0;
+};
+
+struct ObjectArrow::State {
+    explicit State(engine::DrawingArrow whole);
+
+    engine::DrawingArrow arrow;
+    ArrowHead scaled;
+    ArrowHead plain;
+    ArrowHead relative;
+};
 
 struct ObjectDimension::State : engine::DrawingDimension {};
 

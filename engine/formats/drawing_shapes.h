@@ -47,7 +47,7 @@ struct DrawingPoint {
 };
 
 struct DrawingPolyline {
-    /// The first is not told again at the end of a closed one.
+    /// The first is not told again at the end of a closed one, unless the source does so.
     std::vector<DrawingPoint> points;
     bool is_closed = false;
     bool is_curved = false;
