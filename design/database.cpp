@@ -117,7 +117,7 @@ int ZOL_Database_LayerExists(DatabaseHandle* handle, const char* name) {
 int ZOL_Database_GetLayerNameByIndex(DatabaseHandle* handle, const int* index, char* buffer) {
     return guarded(__func__, kStatus, open_database, handle,
                    [&](Call& call, Database& database) -> Outcome<int> {
-                       const std::vector<std::string> names = database.GetLayerList();
+                       const std::vector<std::string>& names = database.GetLayerList();
                        const std::optional<int> position = position_of(names, *index);
                        if (!position) {
                            return call.Fail(kInvalidIndex);

@@ -152,8 +152,9 @@ public:
     bool Get(int position, Layer* layer);
     bool Exists(const std::string& name) const;
     /// The names of all layers, in an order that stays the same while the database is open.
-    /// Asked for with every look-up by index, so it is to be cheap.
-    std::vector<std::string> GetLayerList();
+    /// Asked for with every look-up by index, so it is not copied: it lives until the database
+    /// is asked something else.
+    const std::vector<std::string>& GetLayerList();
     bool HasError() const;
     /// What is wrong: one line each, at least one when there is an error.
     std::vector<std::string> GetError() const;

@@ -94,8 +94,9 @@ bool Database::Exists(const std::string& name) const {
     return IsOpen() && state_->source->FindLayer(name).has_value();
 }
 
-std::vector<std::string> Database::GetLayerList() {
-    return IsOpen() ? state_->source->LayerNames() : std::vector<std::string>();
+const std::vector<std::string>& Database::GetLayerList() {
+    static const std::vector<std::string> kNone;
+    return IsOpen() ? state_->source->LayerNames() : kNone;
 }
 
 bool Database::HasError() const {

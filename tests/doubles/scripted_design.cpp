@@ -96,7 +96,7 @@ bool Database::Get(int position, Layer* /*layer*/) {
     return truth("Database::Get", position);
 }
 
-std::vector<std::string> Database::GetLayerList() {
+const std::vector<std::string>& Database::GetLayerList() {
     note("Database::GetLayerList");
     return design_script.layers;
 }
