@@ -1,5 +1,7 @@
 #include "engine/formats/dxf/drawing.h"
 
+#include <array>
+
 #include "engine/formats/dxf/drawing_data.h"
 #include "engine/formats/dxf/flattening.h"
 #include "engine/formats/number_text.h"
@@ -19,11 +21,10 @@ std::string name_of(const DrawingData& data, std::uint32_t name) {
 }
 
 std::string hexadecimal(std::uint64_t number) {
-    std::string digits;
-    for (; number != 0; number >>= 4U) {
-        digits.insert(digits.begin(), "0123456789ABCDEF"[number & 15U]);
-    }
-    return digits;
+    std::array<char, 16> digits{};
+    std::size_t first = digits.size();
+    for (; number != 0; number >>= 4U) digits[--first] = "0123456789ABCDEF"[number & 15U];
+    return {digits.data() + first, digits.size() - first};
 }
 
 std::span<const StoredField> fields_of(const DrawingData& data, const DrawingRecord& record) {

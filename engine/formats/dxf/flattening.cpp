@@ -125,6 +125,11 @@ std::vector<DrawingPoint> flatten_bulges(std::span<const Vector3> vertices,
                                          std::span<const double> bulges,
                                          std::span<const std::uint8_t> marks, bool is_closed) {
     std::vector<DrawingPoint> points;
+    if (bulges.empty() && marks.empty()) {
+        points.resize(vertices.size());
+        for (std::size_t i = 0; i < vertices.size(); ++i) points[i].place = vertices[i];
+        return points;
+    }
     points.reserve(vertices.size());
     for (std::size_t i = 0; i < vertices.size(); ++i) {
         const double bulge = bulges.empty() ? 0 : bulges[i];
