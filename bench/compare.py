@@ -253,10 +253,38 @@ def mesh_questions():
                 f"{theirs[2]['error']:.1g}" if HAS_CGAL else "", "", "1e-13")
 
 
+def designs():
+    program = build / "bin" / "design_read"
+    file = data / "mine_200.dxf"
+    ours, gdal = best_of_each([(program, "zol", file), (program, "gdal", file)])
+    if ours["objects"] != gdal["objects"]:
+        sys.exit("compare.py: not as many objects of the drawing as GDAL reads")
+    what = "DXF of 200 MB"
+    add_row(f"{what}, opened, which reads it: GDAL, feature by feature", f"{ours['open_s']:.2f} s",
+            f"{gdal['read_s']:.2f} s", f"{gdal['read_s'] / ours['open_s']:.1f}", "3")
+    add_row(f"{what}, every object asked for its points, too: GDAL", f"{ours['read_s']:.2f} s",
+            f"{gdal['read_s']:.2f} s", f"{gdal['read_s'] / ours['read_s']:.1f}", "3")
+    held = ours["points"] * 24 / 1e6
+    add_row(f"{what}: peak memory, points that it holds", f"{ours['peak_mb']:.0f} MB",
+            f"{held:.0f} MB", f"{ours['peak_mb'] / held:.2f}", "at most 1.5")
+    file = data / "mine_20.dxf"
+    ours, ezdxf = best_of_each([(program, "zol", file),
+                                ("/usr/bin/python3", HERE / "read_ezdxf.py", file)])
+    add_row("DXF of 20 MB, with every object: ezdxf", f"{ours['read_s']:.3f} s",
+            f"{ezdxf['read_s']:.2f} s", f"{ezdxf['read_s'] / ours['read_s']:.0f}", "20")
+    program = build / "bin" / "design_walk"
+    walk = run(program, "points", data / "mine_points.dxf")
+    add_row("a point of a polyline of 1 million", f"{walk['point_ns']:.0f} ns", "", "",
+            "at most 100 ns")
+    layers = run(program, "layers", data / "mine_layers.dxf")
+    add_row("10,000 layers, 1,000 names by index", f"{layers['thousand_ms']:.1f} ms", "", "",
+            "at most 50 ms")
+
+
 def main():
     for measure in (guard, walk_vs_gdal, csv_vs_pandas, omf_first_value, large_walk, small_reads,
                     texts_in_a_table, values_as_text, grid_walk, mesh_read, mesh_inside,
-                    mesh_questions):
+                    mesh_questions, designs):
         print(measure.__name__, file=sys.stderr)
         measure()
     print("| What | Here | Peer, or memory | Ratio | Goal |\n|---|---|---|---|---|")

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Measures the library against what people would use instead and prints a table of
-# ratios. Takes about 1.6 GB under build/bench-data; the files are made once.
+# ratios. Takes about 1.9 GB under build/bench-data; the files are made once.
 #
 #   bench/run.sh [--gpl-peers]    also beside libraries under the GPL
 set -euo pipefail
@@ -36,6 +36,10 @@ make small.csv make_csv.py 1000000
 make csv.csv make_csv.py 5000000
 make large.csv make_csv.py 10000000
 make volume.omf make_omf.py 6
+make mine_200.dxf make_dxf.py 200
+make mine_20.dxf make_dxf.py 20
+make mine_points.dxf make_dxf.py points
+make mine_layers.dxf make_dxf.py layers
 
 # Rasters in the three forms that grid_walk knows.
 for form in strips tiles packed; do

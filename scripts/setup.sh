@@ -8,7 +8,7 @@ base=(g++ cmake ninja-build ccache pkg-config python3 binutils
     libgtest-dev libgmock-dev libcli11-dev rapidjson-dev libdeflate-dev libfast-float-dev
     zlib1g-dev libboost-dev nettle-dev libsqlite3-dev libcairo2-dev fonts-dejavu-core libgdal-dev locales)
 lint=(clang-format clang-tidy)
-bench=(libbenchmark-dev nlohmann-json3-dev python3-pandas python3-numpy
+bench=(libbenchmark-dev nlohmann-json3-dev python3-pandas python3-numpy python3-ezdxf
     libassimp-dev libembree-dev libvtk9-dev)
 gpl_peers=(libcgal-dev)
 
