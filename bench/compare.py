@@ -253,6 +253,43 @@ def mesh_questions():
                 f"{theirs[2]['error']:.1g}" if HAS_CGAL else "", "", "1e-13")
 
 
+def match_blocks():
+    program = build / "bin" / "match_blocks"
+    for name, what in MESHES.items():
+        file = data / f"{name}.obj"
+        ours, exact, lone, columns, points = best_of_each(
+            [(program, word, file, "1e7") for word in ("centres", "exact", "lone", "columns",
+                                                       "points")])
+        if abs(ours["inside"] - columns["inside"]) > 1e-4 * ours["blocks"]:
+            sys.exit(f"compare.py: Embree finds other blocks in {name}")
+        ns = f"{ours['block_ns']:.2f} ns"
+        for peer, figures, goal in (("Embree, a ray a block", points, "50, aim 150"),
+                                    ("Embree, a ray a column", columns, "1, aim 3")):
+            add_row(f"10 M blocks in the {what}, a block by its centre: {peer}", ns,
+                    f"{figures['block_ns']:.2f} ns", f"{figures['block_ns'] / ours['block_ns']:.1f}",
+                    goal)
+        add_row(f"the same, volumes: of {exact['partial']} blocks that it cuts, each",
+                f"{exact['partial_us']:.2f} us", "", "", "at most 2 us")
+        add_row("the same, what is prepared once", f"{exact['prepare_s']:.2f} s", "")
+        add_row("the same, sum over all blocks: relative error", f"{exact['error']:.1g}", "", "",
+                "1e-12")
+        add_row("the same, a lone box", f"{lone['box_us']:.1f} us", "", "", "at most 20 us")
+    for blocks in ("1e5", "1e6", "1e7", "1e8"):
+        model = data / f"lattice_{blocks}.omf"
+        run_flat = run(program, "flat", model, data / "pit_100k.obj", "centres")
+        add_row(f"{run_flat['blocks']} blocks, the pit of 100,000, walked through the flat library",
+                f"{run_flat['seconds']:.3f} s, first block after {run_flat['first_s']:.3f} s",
+                f"{run_flat['peak_mb']:.0f} MB")
+    for triangles in (1000, 10_000, 100_000, 1_000_000):
+        ours = run(program, "centres", data / PIT_OF[triangles], "1e7")
+        add_row(f"10 M blocks, pit of {triangles} triangles, a block by its centre",
+                f"{ours['block_ns']:.2f} ns", "")
+
+
+PIT_OF = {1000: "pit_1k.obj", 10_000: "pit_10k.obj", 100_000: "pit_100k.obj",
+          1_000_000: "pit_1m.obj"}
+
+
 def designs():
     program = build / "bin" / "design_read"
     file = data / "mine_200.dxf"
@@ -284,7 +321,7 @@ def designs():
 def main():
     for measure in (guard, walk_vs_gdal, csv_vs_pandas, omf_first_value, large_walk, small_reads,
                     texts_in_a_table, values_as_text, grid_walk, mesh_read, mesh_inside,
-                    mesh_questions, designs):
+                    mesh_questions, match_blocks, designs):
         print(measure.__name__, file=sys.stderr)
         measure()
     print("| What | Here | Peer, or memory | Ratio | Goal |\n|---|---|---|---|---|")

@@ -50,13 +50,26 @@ for form in strips tiles packed; do
 done
 
 # Solids at the coordinates of a survey.
-for name in pit_100k.obj ore_100k.obj pit_1m.obj ore_1m.obj pit_1m.stl; do
+for name in pit_1k.obj pit_10k.obj pit_100k.obj ore_100k.obj pit_1m.obj ore_1m.obj pit_1m.stl; do
     made=$data/$name
     [ -f "$made" ] && continue
-    case $name in *100k*) triangles=100000 ;; *) triangles=1000000 ;; esac
+    case $name in
+        *_1k*) triangles=1000 ;;
+        *_10k*) triangles=10000 ;;
+        *_100k*) triangles=100000 ;;
+        *) triangles=1000000 ;;
+    esac
     # The name tells the form, so the part of a file keeps its end.
     step "Make $made" build/bench/bin/mesh_make "$data/part_$name" "${name%%_*}" $triangles
     mv "$data/part_$name" "$made"
+done
+
+# Blocks over the box of a pit.
+for blocks in 1e5 1e6 1e7 1e8; do
+    made=$data/lattice_$blocks.omf
+    [ -f "$made" ] && continue
+    step "Make $made" /usr/bin/python3 bench/make_lattice.py "$made.part" "$data/pit_100k.obj" $blocks
+    mv "$made.part" "$made"
 done
 
 # Debian's own Python, since that is the one that has Debian's pandas.

@@ -1,16 +1,24 @@
 // What the views of an object answer from.
 #pragma once
 
+#include <utility>
+
 #include "engine/design/object_record.h"
 #include "platform/zolDesignViews.h"
 
 namespace zol::design {
 
-struct ObjectPolyline::State : engine::design::PolylineShape {};
+struct ObjectPolyline::State : engine::design::PolylineShape {
+    explicit State(PolylineShape whole) : PolylineShape(std::move(whole)) {}
+};
 
-struct ObjectText::State : engine::DrawingText {};
+struct ObjectText::State : engine::DrawingText {
+    explicit State(DrawingText whole) : DrawingText(std::move(whole)) {}
+};
 
-struct Object3DText::State : engine::DrawingText {};
+struct Object3DText::State : engine::DrawingText {
+    explicit State(DrawingText whole) : DrawingText(std::move(whole)) {}
+};
 
 /// A head is computed once, where the rounding is known to be the usual one.
 struct ArrowHead {
@@ -27,7 +35,9 @@ struct ObjectArrow::State {
     ArrowHead relative;
 };
 
-struct ObjectDimension::State : engine::DrawingDimension {};
+struct ObjectDimension::State : engine::DrawingDimension {
+    explicit State(DrawingDimension whole) : DrawingDimension(std::move(whole)) {}
+};
 
 /// As a point of a design, with nothing but its place.
 inline Point point_of(const engine::Vector3& place) {
