@@ -120,24 +120,16 @@ Share share_of(const Solid& solid, const Box& box, const LocalBox& local) {
     return share;
 }
 
-struct Sheets {
-    std::vector<Sheet> all;
-    std::vector<InsideRule> rules;
-};
-
-Sheets sheets_of(const std::vector<const Solid*>& solids, const Box& box, const LocalBox& local) {
-    Sheets sheets;
-    const double ceiling = local.Upper()[2];
-    for (const Solid* solid : solids) {
-        const auto number = static_cast<std::uint32_t>(sheets.rules.size());
-        sheets.rules.push_back(solid->Rule());
-        for_each_triangle_over_floor(*solid, box, [&](std::uint32_t t) {
-            local.ForEachPiece(solid->Mesh(), t, [&](const Piece& piece, bool is_over) {
-                const auto above = is_over ? std::optional(ceiling) : std::nullopt;
-                if (const auto sheet = make_sheet(piece, number, above)) {
-                    sheets.all.push_back(*sheet);
-                }
+SheetsInBox sheets_in(const std::vector<const Solid*>& solids, const Box& box,
+                      const LocalBox& local) {
+    SheetsInBox sheets{solids, {}, {}, local.Origin(), local.Lower(), local.Upper()};
+    for (std::uint32_t number = 0; number < solids.size(); ++number) {
+        const Solid& solid = *solids[number];
+        solid.Tree().AnyInBox(box, [&](std::uint32_t t) {
+            local.ForEachPiece(solid.Mesh(), t, [&](const Piece& piece, bool is_over) {
+                if (!is_over) sheets.Add(piece, number);
             });
+            return false;
         });
     }
     return sheets;
@@ -148,7 +140,38 @@ constexpr int kMostHalvings = 21;
 
 /// The volume of the union in a box, which is halved as long as it has many sheets: the
 /// parts that one solid takes whole, or none touches, then need no stack.
-double volume_in(const std::vector<const Solid*>& solids, const Box& box, int halvings) {
+double union_in(const std::vector<const Solid*>& solids, const Box& box, int halvings) {
+    const LocalBox local(box);
+    std::vector<const Solid*> touching;
+    for (const Solid* solid : solids) {
+        if (touches(*solid, box, local)) {
+            touching.push_back(solid);
+        } else if (solid->Contains(middle_of(box))) {
+            return volume_of(box);
+        }
+    }
+    if (touching.empty()) return 0.0;
+    const SheetsInBox sheets = sheets_in(touching, box, local);
+    if (sheets.Count() <= kFewSheets || halvings == kMostHalvings) {
+        return stack_volume(sheets);
+    }
+    // Walls stand as close in the lower half as in the upper.
+    const std::size_t axes = sheets.walls.size() > sheets.sheets.size() ? 2 : 3;
+    std::size_t longest = 0;
+    for (std::size_t axis = 1; axis < axes; ++axis) {
+        if (box.upper[axis] - box.lower[axis] > box.upper[longest] - box.lower[longest]) {
+            longest = axis;
+        }
+    }
+    Box lower = box;
+    Box upper = box;
+    lower.upper[longest] = upper.lower[longest] = middle_of(box)[longest];
+    return union_in(touching, lower, halvings + 1) + union_in(touching, upper, halvings + 1);
+}
+
+/// Where one solid alone, which does not cross itself here or above, is partly in the box, its
+/// triangles add up to the volume.
+double volume_in(const std::vector<const Solid*>& solids, const Box& box) {
     const double whole = volume_of(box);
     const LocalBox local(box);
     std::vector<const Solid*> partly;
@@ -170,22 +193,7 @@ double volume_in(const std::vector<const Solid*>& solids, const Box& box, int ha
         partly.push_back(solid);
     }
     if (partly.empty()) return 0.0;
-    if (partly.size() == 1 && !crossing) return volume;
-    const Sheets sheets = sheets_of(partly, box, local);
-    if (sheets.all.size() <= kFewSheets || halvings == kMostHalvings) {
-        return without_slivers(stack_volume(sheets.all, sheets.rules, local.Lower(), local.Upper()),
-                               whole);
-    }
-    std::size_t longest = 0;
-    for (const std::size_t axis : {1U, 2U}) {
-        if (box.upper[axis] - box.lower[axis] > box.upper[longest] - box.lower[longest]) {
-            longest = axis;
-        }
-    }
-    Box lower = box;
-    Box upper = box;
-    lower.upper[longest] = upper.lower[longest] = middle_of(box)[longest];
-    return volume_in(partly, lower, halvings + 1) + volume_in(partly, upper, halvings + 1);
+    return partly.size() == 1 && !crossing ? volume : union_in(partly, box, 0);
 }
 
 }  // namespace
@@ -198,7 +206,7 @@ bool Selection::Contains(const Point& point) const {
 double Selection::VolumeIn(const Box& box) const {
     std::vector<const Solid*> solids;
     for (const auto& solid : solids_) solids.push_back(solid.get());
-    return without_slivers(volume_in(solids, box, 0), volume_of(box));
+    return without_slivers(volume_in(solids, box), volume_of(box));
 }
 
 Box Selection::ExtentIn(const Box& box) const {

@@ -35,6 +35,10 @@ public:
     /// A point on the surface is taken as moved by the tie rule.
     bool Contains(const Point& point) const;
 
+    /// The number that the rule is asked about: how often the mesh winds round the point,
+    /// or whether an odd number of sheets is over it. A point on the surface as in Contains.
+    int WindingAt(const Point& point) const;
+
     /// What a triangle counts for where volumes are added up, so that sheets over a point
     /// add up to 1 inside and to 0 outside: 1 where the body is on its inner side alone, -1
     /// where it is on its outer side alone, 0 where it is on both or on none. kCrossing where
@@ -52,9 +56,6 @@ public:
 
 private:
     const PointLocator& Locator() const;
-    /// The number that the rule is asked about: how often the mesh winds round the point,
-    /// or whether an odd number of sheets is over it.
-    int WindingAt(const Point& point) const;
     void CloseUp(std::size_t n_points);
     void TurnUpwards();
     void ExtendDownTo(double floor);

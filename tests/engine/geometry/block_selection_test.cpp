@@ -227,6 +227,13 @@ TEST(BlockVolumeTest, AnOpenSurfaceSelectsWhatLiesBelowIt) {
     for (Point& p : step.points) p[2] += p[0] >= 2 ? 3 : 0;
     for (Point& p : step.points) p[0] = p[0] == 2 ? 1.0 : p[0];
     const Mesh roof = terrain(4, [](int, int) { return 5.0; });
+    // Each roof covers less than the one before, and hangs walls through all of them.
+    Mesh roofs = roof.Moved({0, 0, -1});
+    double under_roofs = 64;
+    for (int i = 1; i < 12; ++i) {
+        roofs = roofs.With(roof.Moved({0.3 * i, 0.2 * i, 0.1 * i - 1}));
+        under_roofs += 0.1 * (4 - 0.3 * i) * (4 - 0.2 * i);
+    }
     // All of the box from 0 to 4 in plan, and from 0 to 6 in height.
     const struct {
         const char* name;
@@ -239,6 +246,7 @@ TEST(BlockVolumeTest, AnOpenSurfaceSelectsWhatLiesBelowIt) {
         {"an upright step", {step}, 4 * (1 * 2 + 3 * 5)},
         {"an overhang", {slope.With(roof)}, 80 + 4 * 0.5},
         {"a roof over a part of it", {slope.With(roof.Moved({1.5, 0, 0}))}, 64 + 4 * 1.125},
+        {"many roofs", {roofs}, under_roofs},
         {"two files that cross", {slope, roof}, 80 + 4 * 0.5},
         {"with a solid", {slope, box({0, 0, 5}, {1, 4, 6})}, 68},
         {"beside the box", {slope.Moved({100, 0, 0})}, 0},
